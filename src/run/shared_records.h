@@ -1,0 +1,191 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <vector>
+
+// The records of the program and its globals, with their start values in shared_records.cpp. Stages read their settings
+// and input here and leave their results here; the algorithms below them take parameters and touch no global.
+
+namespace varnolix {
+
+/// One position of a motif: the values of A, C, G, T, in this order.
+using Column = std::array<double, 4>;
+/// Positions from first to last.
+using Matrix = std::vector<Column>;
+
+enum class Direction : std::uint32_t { forward, backward };
+enum class MatchingFormat : std::uint32_t { originalMotif, reverseComplement };
+/// `yes` ("Y") where the motif of the outer loop is the one stored first.
+enum class PrimaryFlag : std::uint32_t { empty, yes };
+
+/// One input or reference motif.
+struct data {
+    int matrixID = 0;  ///< 1-based over all files of the run: Datasets[k].matrixID is k + 1
+    std::string motifName;
+    std::string taxon;    ///< reference motifs only
+    std::string motifID;  ///< catalogue identifier, reference motifs only
+    int datasetNum = 0;   ///< 1-based number of the input file; 1 for a reference collection
+    int motifNum = 0;     ///< 1-based number in its file
+    Matrix matrix;        ///< frequencies: each position is divided by its sum when read
+    Matrix revCompMatrix;
+    std::string consensus;
+    std::string revCompConsensus;
+};
+
+/// One input file.
+struct fileNameAndType {
+    std::string fileName;  ///< as typed, relative to inputPath
+    int fileFormat = 0;    ///< as typed, 1 to 10; blocks are recognised by their shape, so nothing reads it
+    int motifCount = 0;
+    int datasetNum = 0;
+};
+
+/// One cell of a column under sort.
+struct tempArray {
+    double value = 0;
+    int baseIndex = 0;  ///< 0 to 3 for A, C, G, T
+};
+
+/// One scored alignment of a pair of motifs. A big run holds tens of millions of these, so there are no strings in it:
+/// names and dataset numbers are looked up by id (run/record_fields.h).
+struct dataCombinedScore {
+    std::int32_t matrixID1;  ///< the motif stored first: the one that slides
+    std::int32_t matrixID2;
+    std::uint32_t position : 30;  ///< 1-based offset; counted from the end of the fixed motif in a backward record
+    Direction direction : 1;
+    PrimaryFlag primaryFlag : 1;
+    std::uint32_t overlap : 30;  ///< number of columns compared
+    MatchingFormat matchingFormat1 : 1;
+    MatchingFormat matchingFormat2 : 1;
+    double similarityScore;  ///< best of the four orientation scores
+    double combinedScore;    ///< sort key, lower is better; the reports print it under "Similarity score"
+};
+static_assert(sizeof(dataCombinedScore) == 32);
+
+/// Alignments grouped by motif: element m - 1 belongs to the motif with matrixID m.
+using RecordLists = std::vector<std::vector<dataCombinedScore>>;
+
+/// The bounds of one motif over the records that name it.
+struct maxScores {
+    int matrixID = 0;  ///< 0 until a record names the motif
+    double maxScore = 0.0;
+    int maxOverlap = 0;
+    int halfOverlapPlus2 = 0;
+};
+
+/// One ranked motif.
+struct commonBestMatches {
+    int matrixID = 0;
+    double sumCombinedScore = 0.0;  ///< over the motif's best matches
+};
+
+/// One step of merging a group of motifs.
+struct combinedMatrices {
+    int matrixID1 = 0;
+    int matrixID2 = 0;
+    std::string motifName1;
+    std::string motifName2;
+    std::string matchingFormat1;
+    std::string matchingFormat2;
+    std::string primaryFlag;
+    std::string direction;
+    int position = 0;
+    int overlap = 0;
+    double combinedScore = 0.0;
+    Matrix matrix1;
+    Matrix matrix2;
+    Matrix combinedMatrix;
+    std::string mergedFlag;  ///< "Y" for a merged step, "N" for a member left out
+    std::string alignedMotif1;
+    std::string alignedMotif2;
+};
+
+/// The lowest combinedScore of every pair of motifs, for the tree.
+struct DistanceTable {
+    std::vector<std::string> labels;   ///< motif names; the writer of the table adds letter and number
+    std::vector<double> lowestScores;  ///< rows x columns, row m - 1 from the records stored first by motif m
+    double unmatched = 0.0;            ///< stands where a pair has no record; above every score of the run
+};
+
+// --- counters and settings -------------------------------------------------------------------------------------------
+extern int dNum;         ///< number of the input file being read
+extern int mNum;         ///< number of the next motif in that file
+extern int matrixIDNum;  ///< id of the next motif of the run
+extern int overlap;      ///< least number of overlapping columns of an alignment
+extern double maxScore;  ///< score of perfect agreement of one cell
+extern int motifNameLength;
+extern double maxSumScoreCompare;  ///< largest combinedScore seen, for the start values of the distance tables
+
+// --- answers of the dialogue, as values and as typed
+// -------------------------------------------------------------------
+extern double simCutoff;
+extern int numFile, numTopMotif, numBestMatches, numThread, maxThreadsAvailable, inputFileFormatNum;
+extern std::string simCutoffInput, numFileInput, numTopMotifInput, numBestMatchesInput, numThreadInput;
+extern std::string inputFileFormat, DBNameInput;
+extern std::string inputPath, outputPath, inputFilename, DBName;
+extern std::string outputFileType;     ///< "Global-Only" or "All"
+extern std::string outputFileFormat;   ///< "Text", "HTML", "PDF" or "All"
+extern std::string motifCluster;       ///< "Y": draw the tree
+extern std::string combinedMotifFlag;  ///< "Y": merge similar motifs
+extern std::string jobID;              ///< stands in front of every output name
+
+// --- timing, in seconds
+// ------------------------------------------------------------------------------------------------
+extern double start, stop, wtime;
+
+// --- output names, full paths and streams; jobID goes in front of the names once it is known
+// ---------------------------- A stream is closed between its writers, but its notation (fixed or general) lives on
+// from one to the next.
+extern std::string outputFile, outputFileWithoutMotif, outputGlobalMatchingFile;
+extern std::string outputHTMLFile, outputHTMLGlobalMatchingFile;
+extern std::string outputDatabaseMatchingFile, outputDatabaseMatchingFileWithoutMotif, outputDatabaseMatchingHTMLFile;
+extern std::string outputDatabaseMatchingGlobalMatchingFile, outputDatabaseMatchingGlobalMatchingHTMLFile;
+extern std::string outputCombinedMatrixGlobalFile, outputCombinedMatrixGlobalAndLocalFile;
+extern std::string outputCombinedMatrixBestMatchesFile;
+extern std::string outputPhylogeneticTreeHTMLFile, outputPhylogeneticTreeGlobalHTMLFile;
+
+extern std::string outputFileLocation, outputFileWithoutMotifLocation, outputFileGlobalMatchingLocation;
+extern std::string outputHTMLFileLocation, outputHTMLGlobalMatchingFileLocation;
+extern std::string outputDatabaseMatchingFileLocation, outputDatabaseMatchingFileWithoutMotifLocation;
+extern std::string outputDatabaseMatchingHTMLFileLocation, outputDatabaseMatchingGlobalMatchingFileLocation;
+extern std::string outputDatabaseMatchingGlobalMatchingHTMLFileLocation;
+extern std::string outputCombinedMatrixGlobalFileLocation, outputCombinedMatrixGlobalAndLocalFileLocation;
+extern std::string outputCombinedMatrixBestMatchesFileLocation;
+extern std::string outputPhylogeneticTreeHTMLFileLocation, outputPhylogeneticTreeGlobalHTMLFileLocation;
+
+extern std::ofstream myfile, myfileWithoutMotif, myGlobalMatchingFile;
+extern std::ofstream myHTMLFile, myHTMLGlobalMatchingFile;
+extern std::ofstream myDatabaseMatchingFile, myDatabaseMatchingFileWithoutMotif, myDatabaseMatchingHTMLFile;
+extern std::ofstream myDatabaseMatchingGlobalMatchingFile, myDatabaseMatchingGlobalMatchingHTMLFile;
+extern std::ofstream myCombinedMatrixGlobalFile, myCombinedMatrixGlobalAndLocalFile, myCombinedMatrixBestMatchesFile;
+extern std::ofstream myPhylogeneticTreeFile, myPhylogeneticTreeGlobalMatchingFile;
+
+// --- single work records of the main thread
+// ------------------------------------------------------------------------------
+extern data Matrices;                  ///< the motif that a reader fills
+extern fileNameAndType InputFiles;     ///< the file that the dialogue asks about
+extern combinedMatrices mergedMatrix;  ///< the merging step under work; keeps its last contents between uses
+
+// --- lists
+// ---------------------------------------------------------------------------------------------------------------
+extern std::vector<fileNameAndType> FileNameType;  ///< dialogue
+extern std::vector<data> Datasets;                 ///< input motifs, in reading order
+extern std::vector<data> DatabaseDatasets;         ///< motifs of the reference collection
+/// All records, each list in the order in which one thread walks the pairs: forward records first, then backward ones.
+/// Grouped by the motif stored first, or, against the collection, by the input motif.
+extern RecordLists DatasetsCombinedScoreLists;
+extern RecordLists DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
+extern std::vector<maxScores> maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList;
+extern std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingScoreResultList;
+/// One group of best matches per top motif.
+extern RecordLists topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults;
+extern std::vector<std::vector<combinedMatrices>> mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching;
+extern std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
+/// The steps of the group under work.
+extern std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
+extern DistanceTable distanceMatrix, distanceMatrixGlobal;
+
+}  // namespace varnolix
