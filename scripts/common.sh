@@ -1,0 +1,47 @@
+# shellcheck shell=bash disable=SC2034
+# Shared by the scripts beside it: places, messages, the list of collections, the build. Sourced, never run.
+
+project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+program="${VARNOLIX_PROGRAM:-$project/build/release/varnolix}"
+catalogue="$project/databases/catalogue.txt"
+
+# say TEXT...: one step of what a script does.
+say() {
+    printf '== %s\n' "$*"
+}
+
+# fail TEXT...: one plain sentence on standard error, exit status 1.
+fail() {
+    printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+    exit 1
+}
+
+# usage_of FILE: the comment block at the head of a script, without its marks.
+usage_of() {
+    sed -n '2,/^[^#]/{/^#/{s/^# \{0,1\}//p}}' "$1"
+}
+
+# wrong_use TEXT...: what was wrong and how the script is used, exit status 2.
+wrong_use() {
+    { printf '%s: %s\n\n' "$(basename "$0")" "$*"; usage_of "$0"; } >&2
+    exit 2
+}
+
+# motifs_in FILE: how many motifs an installed collection holds.
+motifs_in() {
+    case $1 in
+        */transfac/*) grep -c '^AC' "$1" || true ;;
+        *) grep -c '^>' "$1" || true ;;
+    esac
+}
+
+# build_target TARGET: configures once and builds a target of the release preset; quick when it is up to date.
+build_target() {
+    cd "$project" || exit
+    if [[ ! -f build/release/build.ninja ]]; then
+        say "Configuring (cmake --preset release)"
+        cmake --preset release
+    fi
+    say "Building (cmake --build --preset release --target $1)"
+    cmake --build --preset release --target "$1"
+}

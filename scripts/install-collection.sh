@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Installs a reference collection from a downloaded file.
+#
+#   install-collection.sh NAME FILE [--to DIR]
+#
+# NAME is one of the names in databases/catalogue.txt (jasparAll ... uniprobeYeast, transfac). FILE may have
+# any usual public layout: Jaspar with or without brackets, empty lines and row letters, TRANSFAC, the minimal
+# format of MEME, or UniPROBE's own table with rows "A:", "C:", "G:", "T:".
+#
+# The collection goes into databases/ of the project, where new-job.sh finds it, or with --to into the job
+# folder DIR alone. A file that cannot be read right is refused and the old collection stays.
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+# shellcheck source=common.sh
+source "$here/common.sh"
+
+name="" source_file="" base="$project"
+while (( $# > 0 )); do
+    case $1 in
+        --help) usage_of "$0"; exit 0 ;;
+        --to)
+            (( $# > 1 )) || wrong_use "--to needs a folder"
+            base=$2
+            shift
+            ;;
+        -*) wrong_use "unknown option $1" ;;
+        *)
+            if [[ -z $name ]]; then
+                name=$1
+            elif [[ -z $source_file ]]; then
+                source_file=$1
+            else
+                wrong_use "one file at a time"
+            fi
+            ;;
+    esac
+    shift
+done
+[[ -n $name && -n $source_file ]] || wrong_use "a name and a file are needed"
+
+file="$(awk -v name="$name" '$1 !~ /^#/ && $2 == name { print $3 }' "$catalogue")"
+if [[ -z $file ]]; then
+    fail "no collection is named $name; the names are:" "$(awk '!/^#/ { printf "%s ", $2 }' "$catalogue")"
+fi
+[[ -d $base ]] || fail "there is no folder $base"
+[[ -f $source_file && -r $source_file ]] || fail "cannot read the file $source_file"
+
+layout=jaspar
+[[ $name != transfac ]] || layout=transfac
+target="$base/databases/$file"
+mkdir -p "$(dirname "$target")"
+
+# Written beside the target and renamed, so that the old collection stays until the new one is whole.
+fresh="$(mktemp "$target.XXXXXX")"
+trap 'rm -f "$fresh"' EXIT
+python3 "$here/convert_collection.py" "$layout" "$source_file" > "$fresh"
+chmod 644 "$fresh"
+count="$(motifs_in "$fresh")"
+mv -f "$fresh" "$target"
+say "$name: $count motifs in $target"
