@@ -1,0 +1,50 @@
+"""A copy of the project's scripts in a folder of its own, for tests that must not touch the real collections."""
+import os
+import shutil
+import stat
+import subprocess
+import tempfile
+import unittest
+
+ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+LIMIT = 120                             # seconds for any one script
+
+
+def write(path, text, executable=False):
+    """Writes a file and the folders above it."""
+    os.makedirs(os.path.dirname(path), exist_ok=True)
+    with open(path, "w", encoding="utf-8") as file:
+        file.write(text)
+    if executable:
+        os.chmod(path, os.stat(path).st_mode | stat.S_IXUSR)
+
+
+def read(path):
+    """The text of a file."""
+    with open(path, encoding="utf-8") as file:
+        return file.read()
+
+
+class ScriptTest(unittest.TestCase):
+    """Gives each test a project folder: the scripts, empty stand-ins of the tools, no collection installed."""
+
+    def setUp(self):
+        self.top = os.path.realpath(tempfile.mkdtemp(prefix="varnolix-scripts-"))
+        self.addCleanup(shutil.rmtree, self.top)
+        self.project = os.path.join(self.top, "project")
+        shutil.copytree(os.path.join(ROOT, "scripts"), os.path.join(self.project, "scripts"),
+                        ignore=shutil.ignore_patterns("__pycache__"))
+        for tool in ("weblogo-3.4/weblogo", "bin/php5"):
+            write(os.path.join(self.project, "tools", tool), "#!/bin/sh\n", executable=True)
+        write(os.path.join(self.project, "tools", "prince.php"), "<?php\n")
+        os.makedirs(os.path.join(self.project, "databases"))
+        shutil.copy(os.path.join(ROOT, "databases", "catalogue.txt"), os.path.join(self.project, "databases"))
+
+    def path(self, *parts):
+        """A path below the test's folder."""
+        return os.path.join(self.top, *parts)
+
+    def script(self, name, *arguments, cwd=None, env=None):
+        """Runs a script of the copy; answers the finished process, output as text."""
+        return subprocess.run([os.path.join(self.project, "scripts", name), *arguments], cwd=cwd or self.top, env=env,
+                              stdin=subprocess.DEVNULL, capture_output=True, text=True, timeout=LIMIT, check=False)

@@ -1,0 +1,121 @@
+"""Job folders: what is in them, what is printed, and how their start script starts the program."""
+import os
+import subprocess
+import unittest
+
+from script_project import LIMIT, ScriptTest, read, write
+
+# Stands in for the program: tells where and how it was started.
+STAND_IN = """#!/usr/bin/env bash
+printf 'folder %s\\n' "$PWD"
+printf 'tools %s\\n' "$VARNOLIX_TOOLS"
+printf 'path %s\\n' "${PATH%%:*}"
+cat
+"""
+
+
+class NewJob(ScriptTest):
+
+    def make(self, name):
+        """Makes a job folder; answers its path and what was printed."""
+        job = self.path(name)
+        done = self.script("new-job.sh", job)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        return job, done.stdout
+
+    def collection(self, file, text):
+        """Puts a collection into the project; answers its path."""
+        path = self.path("project", "databases", file)
+        write(path, text)
+        return path
+
+    def start(self, job, *arguments, stdin=subprocess.DEVNULL):
+        """Starts the job from another folder; answers the finished process."""
+        write(self.path("project", "build", "release", "varnolix"), STAND_IN, executable=True)
+        return subprocess.run([os.path.join(job, "run"), *arguments], cwd=self.top, stdin=stdin, capture_output=True,
+                              text=True, timeout=LIMIT, check=False)
+
+    def test_makes_the_folders_and_links(self):
+        job, _ = self.make("job")
+        for folder in ("motifs", "result", "databases/jaspar", "databases/transfac", "databases/uniprobe"):
+            self.assertTrue(os.path.isdir(os.path.join(job, folder)), folder)
+        self.assertTrue(os.access(os.path.join(job, "motifs/weblogo-3.4/weblogo"), os.X_OK))
+        self.assertTrue(os.path.isfile(os.path.join(job, "prince.php")))
+        self.assertFalse(os.path.islink(os.path.join(job, "prince.php")))
+
+    def test_result_folder_is_the_input_path_less_seven_characters(self):
+        job, printed = self.make("job")
+        self.assertIn(f"input file's location    {job}/motifs/\n", printed)
+        self.assertIn(f"output file's location   {job}/result/\n", printed)
+        self.assertEqual(f"{job}/motifs/"[:-7] + "result/", f"{job}/result/")
+
+    def test_starts_the_program_in_the_job_folder(self):
+        for name in ("job", "my job's folder", 'odd "$HOME" `id` ; & name'):
+            with self.subTest(name):
+                job, printed = self.make(name)
+                self.assertIn(f"{job}/motifs/\n", printed)
+                write(self.path("answers of mine.txt"), "3\n10\n")
+                done = self.start(job, "answers of mine.txt")
+                tools = self.path("project", "tools")
+                self.assertEqual(done.stdout, f"folder {job}\ntools {tools}\npath {tools}/bin\n3\n10\n", done.stderr)
+
+    def test_without_a_file_the_answers_come_from_the_console(self):
+        job, _ = self.make("job")
+        write(self.path("typed"), "typed\n")
+        with open(self.path("typed"), encoding="utf-8") as typed:
+            self.assertTrue(self.start(job, stdin=typed).stdout.endswith("\ntyped\n"))
+
+    def test_works_below_a_project_with_an_odd_name(self):
+        odd = self.path("it's a project")
+        os.rename(self.project, odd)
+        self.project = odd
+        job, _ = self.make("job")
+        write(os.path.join(odd, "build/release/varnolix"), STAND_IN, executable=True)
+        done = subprocess.run([os.path.join(job, "run")], stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              timeout=LIMIT, check=False)
+        self.assertIn(f"tools {odd}/tools\n", done.stdout)
+
+    def test_says_that_the_program_is_not_built(self):
+        job, _ = self.make("job")
+        done = subprocess.run([os.path.join(job, "run")], stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              timeout=LIMIT, check=False)
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("not built yet", done.stderr)
+
+    def test_links_and_lists_installed_collections(self):
+        self.collection("jaspar/jaspar_pfm_fungi.txt", ">a b\n>c d\n")
+        self.collection("transfac/transfac.txt", "AC  M1\n//\nAC  M2\n//\nAC  M3\n//\n")
+        job, printed = self.make("job")
+        self.assertRegex(printed, r"(?m)^ +1  jasparAll +not installed$")
+        self.assertRegex(printed, r"(?m)^ +2  jasparFungi +2 motifs$")
+        self.assertRegex(printed, r"(?m)^ +8  transfac +3 motifs$")
+        self.assertEqual(read(os.path.join(job, "databases/jaspar/jaspar_pfm_fungi.txt")), ">a b\n>c d\n")
+        self.assertFalse(os.path.lexists(os.path.join(job, "databases/jaspar/jaspar_pfm_all.txt")))
+
+    def test_lists_all_thirteen_collections(self):
+        _, printed = self.make("job")
+        self.assertEqual(printed.count("not installed\n"), 13)
+
+    def test_run_again_it_follows_the_project_and_keeps_what_is_the_users(self):
+        fungi = self.collection("jaspar/jaspar_pfm_fungi.txt", ">a b\n")
+        job, _ = self.make("job")
+        write(os.path.join(job, "motifs/mine.txt"), "mine\n")
+        write(os.path.join(job, "databases/uniprobe/uniprobe_worm.txt"), ">by hand\n")
+        os.remove(fungi)
+        self.collection("jaspar/jaspar_pfm_all.txt", ">a b\n")
+        self.collection("uniprobe/uniprobe_worm.txt", ">of the project\n")
+        self.make("job")
+        self.assertEqual(read(os.path.join(job, "motifs/mine.txt")), "mine\n")
+        self.assertEqual(read(os.path.join(job, "databases/uniprobe/uniprobe_worm.txt")), ">by hand\n")
+        self.assertEqual(read(os.path.join(job, "databases/jaspar/jaspar_pfm_all.txt")), ">a b\n")
+        self.assertFalse(os.path.lexists(os.path.join(job, "databases/jaspar/jaspar_pfm_fungi.txt")))
+
+    def test_refuses_wrong_use(self):
+        for arguments in ([], ["--into"], ["one", "two"]):
+            with self.subTest(arguments):
+                self.assertEqual(self.script("new-job.sh", *arguments).returncode, 2)
+        self.assertEqual(os.listdir(self.top), ["project"])
+
+
+if __name__ == "__main__":
+    unittest.main()
