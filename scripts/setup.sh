@@ -79,9 +79,9 @@ install_packages() {
     # shellcheck disable=SC2086  # the prefix is a list of words, often empty
     {
         # One source that is down need not matter: whether all packages can be had shows below.
-        $prefix apt-get update || true
+        $prefix apt-get -q update || true
         $prefix env DEBIAN_FRONTEND=noninteractive \
-            apt-get -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "$@"
+            apt-get -q -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "$@"
     }
 }
 
