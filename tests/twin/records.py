@@ -39,9 +39,6 @@ class Run:
         self.name_length = 0
         self.run_time = 0.0
         self.reports = {}
-        self.top_global, self.top_local, self.top_best = [], [], []
-        self.distances, self.distances_global = [], []
-        self.merged = {}
 
     def output(self, name):
         """Path of a file of this job in the result folder."""
@@ -69,11 +66,11 @@ class Run:
 
     @property
     def has_tree(self):
-        return self.tree == "Y"
+        return self.wants_tree == "Y"
 
     @property
     def has_merging(self):
-        return self.combine == "Y"
+        return self.wants_merging == "Y"
 
 
 class Report:

@@ -71,7 +71,8 @@ def write_listing(run):
 
 def begin(run, key):
     run.reports[key] = Report(run, NAMES[key])
-    run.reports[key].begin(header(run))
+    note = ONE_FILE + "\n" if key == "merged global" and run.file_count == 1 else ""
+    run.reports[key].begin(header(run) + note)
 
 
 def header(run):

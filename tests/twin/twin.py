@@ -11,7 +11,12 @@ import time
 
 sys.dont_write_bytecode = True
 
+import merging                                                                  # noqa: E402
+import pages                                                                    # noqa: E402
+import references                                                               # noqa: E402
 import text_reports                                                             # noqa: E402
+import tools                                                                    # noqa: E402
+import tree                                                                     # noqa: E402
 from arithmetic import general, is_double, is_numeric, strtod, strtol           # noqa: E402
 from ranking import Rankings                                                    # noqa: E402
 from reading import read_input                                                  # noqa: E402
@@ -125,8 +130,8 @@ def ask_everything(run):
     run.input_path = console.line("")
     ask_files(run)
     ask_collection(run)
-    run.tree = ask_choice(console, "Would you like to generate phylogenetic tree? (Y or N):", ("Y", "N"))
-    run.combine = ask_choice(console, "Would you like to combine similar motifs? (Y or N):", ("Y", "N"))
+    run.wants_tree = ask_choice(console, "Would you like to generate phylogenetic tree? (Y or N):", ("Y", "N"))
+    run.wants_merging = ask_choice(console, "Would you like to combine similar motifs? (Y or N):", ("Y", "N"))
     run.file_type = ask_choice(console, "Please, enter an output file type (Global-Only, All):",
                                ("Global-Only", "All"), "Invalid output file type. Please, re-enter.")
     run.format = ask_choice(console, "Please, enter an output file format (Text, HTML, PDF, All):",
@@ -150,22 +155,70 @@ def print_file_counts(run):
 
 
 def report_keys(run):
-    """The report files of the run, in the order in which headers and footers are written."""
-    kinds = ["global"] + (["references global"] if run.has_references else [])
-    if run.all_types:
-        kinds += ["full", "brief"] + (["references full", "references brief"] if run.has_references else [])
-    return kinds if run.has_text else []
+    """The reports of the run, in the order in which headers and footers are written."""
+    keys = []
+    for kind in (["global"], ["full"]) if run.all_types else (["global"],):
+        for prefix in ("", "references ") if run.has_references else ("",):
+            if run.has_text:
+                keys += [prefix + name for name in kind + (["brief"] if kind == ["full"] else [])]
+            if run.has_pages:
+                keys.append("page " + prefix + kind[0])
+    if run.has_merging:
+        keys += ["merged global"] + (["merged local", "merged best"] if run.all_types else [])
+    if run.has_tree and run.has_pages:
+        keys += ["page tree global"] + (["page tree"] if run.all_types else [])
+    return keys
+
+
+def frame_of(key):
+    return pages if key.startswith("page ") else text_reports
 
 
 def write_sections(run, rankings):
-    text = (["full", "brief"] if run.all_types else []) + ["global"] if run.has_text else []
-    for key in text:
-        text_reports.write_top(run, rankings, key)
+    keys = ["full", "brief", "global", "page full", "page global"]
+    keys = [key for key in keys if key in run.reports]
+    for key in keys:
+        frame_of(key).write_top(run, rankings, key)
     if not run.all_types:
         return
-    for write in (text_reports.write_significant, text_reports.write_each):
-        for key in text[:2]:
-            write(run, rankings, key)
+    for walk in ("write_significant", "write_each"):
+        for key in keys:
+            if not key.endswith("global"):
+                getattr(frame_of(key), walk)(run, rankings, key)
+
+
+def write_merged(run, rankings):
+    top = [rankings.across[number - 1] for number in rankings.global_order]
+    merging.write_merged(run, "merged global", top)
+    if run.all_types:
+        local = [rankings.local[number - 1] for number in rankings.local_order]
+        merging.write_merged(run, "merged local", local)
+        merging.write_merged(run, "merged best", rankings.local)
+
+
+def write_references(run, reduced, kinds):
+    for key in kinds:
+        if key in run.reports:
+            frame_of(key).write_references(run, reduced, key)
+
+
+def match_references(run, rankings):
+    references.read_references(run)
+    if run.has_pages:
+        tools.draw_logos(run, run.references, "D")
+    if run.all_types:
+        kinds = ("references full", "references brief", "page references full")
+        write_references(run, references.match_all(run), kinds)
+    top = [rankings.across[number - 1] for number in rankings.global_order]
+    write_references(run, references.match_top(run, top), ("references global", "page references global"))
+
+
+def convert_pages(run):
+    """The order differs from that of the frames: the page, then its twin for the collection."""
+    for key in ("page global", "page references global", "page full", "page references full",
+                "page tree global", "page tree"):
+        if key in run.reports:
+            tools.convert_to_pdf(run, pages.NAMES[key])
 
 
 def perform(run):
@@ -178,14 +231,24 @@ def perform(run):
     text_reports.write_listing(run)
     print_file_counts(run)
     console.say("Processing input ...")
-    records = compare_inputs(run)
-    for key in report_keys(run):
-        text_reports.begin(run, key)
-    rankings = Rankings(run, records)
+    if run.has_pages:
+        tools.draw_logos(run, run.motifs, "M")
+    rankings = Rankings(run, compare_inputs(run))
+    keys = report_keys(run)
+    for key in keys:
+        frame_of(key).begin(run, key)
     write_sections(run, rankings)
+    if run.has_tree:
+        tree.plot_and_write(run, rankings)
+    if run.has_merging:
+        write_merged(run, rankings)
+    if run.has_references:
+        match_references(run, rankings)
     run.run_time = float(os.environ.get("TWIN_RUN_TIME", time.monotonic() - begun))
-    for key in report_keys(run):
-        text_reports.finish(run, key)
+    for key in keys:
+        frame_of(key).finish(run, key)
+    if run.has_pdf:
+        convert_pages(run)
     console.say("Your output files have been saved in " + run.output_path)
     console.say()
     console.say("Runtime: %s seconds." % general(run.run_time))
