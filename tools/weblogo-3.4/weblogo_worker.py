@@ -1,0 +1,216 @@
+"""Keeps WebLogo and ghostscript loaded and draws logos for the launcher beside it.
+
+Started by the launcher: weblogo_worker.py SOCKET IDLE_SECONDS READY_DESCRIPTOR
+
+WebLogo's own command line code runs here for every request, with the options,
+the input and the output of that request in place of the process's own. Its one
+change: where it would start a ghostscript for every picture, it gets one that
+is kept and fed picture after picture on its standard input.
+
+A request is the options, separated by zero bytes, two zero bytes, and the
+matrix, up to the end of sending. The answer is the length of the picture, a line
+end and the picture. Anything but a picture drawn without a word is answered by
+nothing at all: the launcher then goes the plain way, which repeats the fault
+with the right text and status.
+
+Tested by tests/tools/test_weblogo.py.
+"""
+import contextlib
+import io
+import os
+import signal
+import socket
+import subprocess
+import sys
+import warnings
+
+REQUEST_SECONDS = 8   # less than the launcher waits for an answer
+PAGE_WIDTH = "-dDEVICEWIDTHPOINTS="
+PAGE_HEIGHT = "-dDEVICEHEIGHTPOINTS="
+JPEG_END = b"\xff\xd9"   # cannot stand inside the coded picture
+
+
+class Stopped(BaseException):
+    """Asked to end; WebLogo would take a KeyboardInterrupt for its own."""
+
+
+class KeptGhostscript:
+    """Stands in for `subprocess.Popen` where WebLogo starts ghostscript.
+
+    The arguments are WebLogo's own. The process is kept for the next picture if
+    that asks for the same ones, the page size apart: it is asked for in the
+    PostScript text instead.
+    """
+    kept = None
+    kept_arguments = None
+    returncode = 0   # a failed picture never gets as far as this being read
+
+    def __init__(self, arguments, **_pipes):
+        self.width, self.height = (
+            next(argument[len(name):] for argument in arguments
+                 if argument.startswith(name))
+            for name in (PAGE_WIDTH, PAGE_HEIGHT))
+        arguments = [argument for argument in arguments
+                     if not argument.startswith((PAGE_WIDTH, PAGE_HEIGHT))]
+        if arguments != KeptGhostscript.kept_arguments:
+            KeptGhostscript.throw_away()
+            KeptGhostscript.kept = subprocess.Popen(
+                arguments, stdin=subprocess.PIPE, stdout=subprocess.PIPE,
+                stderr=subprocess.DEVNULL)
+            KeptGhostscript.kept_arguments = arguments
+
+    def communicate(self, postscript):
+        """The picture of one page; a process that fails on it is thrown away."""
+        try:
+            return self._draw(KeptGhostscript.kept, postscript), b""
+        except BaseException:
+            KeptGhostscript.throw_away()
+            raise
+
+    def _draw(self, process, postscript):
+        """Feeds the page and reads up to the end of its picture."""
+        # WebLogo's text has no showpage: at the end of a file ghostscript sees to it.
+        process.stdin.write(
+            b"<< /PageSize [%s %s] >> setpagedevice save\n%s\nshowpage restore\n"
+            % (self.width.encode(), self.height.encode(), postscript))
+        process.stdin.flush()
+        picture = bytearray()
+        while not picture.endswith(JPEG_END):
+            piece = os.read(process.stdout.fileno(), 65536)
+            if not piece:
+                raise OSError("ghostscript has ended")
+            picture += piece
+        return bytes(picture)
+
+    @classmethod
+    def throw_away(cls):
+        """Ends the kept process, in whatever state it is."""
+        if cls.kept:
+            cls.kept.kill()
+            cls.kept.wait()
+        cls.kept = cls.kept_arguments = None
+
+
+def leave_caller():
+    """Lets go of the caller's session, folder, files and terminal."""
+    os.setsid()
+    os.chdir("/")
+    os.umask(0o077)
+    nothing = os.open(os.devnull, os.O_RDWR)
+    for descriptor in range(3):
+        os.dup2(nothing, descriptor)
+    os.close(nothing)
+
+
+def close_all_but(ready):
+    """Closes every inherited descriptor above the standard ones but `ready`."""
+    os.closerange(3, ready)
+    os.closerange(ready + 1, os.sysconf("SC_OPEN_MAX"))
+
+
+def listen(address):
+    """A listening socket at `address`, never seen there half made.
+
+    It takes the place of one that another starter made at the same time; that
+    one's worker gets no more requests and ends when its idle time is over.
+    """
+    listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
+    newborn = f"{address}.{os.getpid()}"
+    listener.bind(newborn)
+    os.chmod(newborn, 0o600)
+    listener.listen(64)
+    os.rename(newborn, address)
+    return listener
+
+
+def draw(options, matrix, weblogo_main):
+    """Standard output of WebLogo; raises an exception, or gives nothing, at any fault."""
+    sys.argv = ["weblogo"] + options
+    sys.stdin = io.TextIOWrapper(io.BytesIO(matrix), "utf-8", "surrogateescape")
+    output = io.TextIOWrapper(io.BytesIO(), "utf-8")
+    messages = io.StringIO()
+    with contextlib.redirect_stdout(output), contextlib.redirect_stderr(messages):
+        weblogo_main()
+        output.flush()
+    return b"" if messages.getvalue() else output.buffer.getvalue()
+
+
+def receive_all(connection):
+    """Everything up to the end of the other side's sending."""
+    pieces = []
+    while piece := connection.recv(65536):
+        pieces.append(piece)
+    return b"".join(pieces)
+
+
+def answer(connection, weblogo_main):
+    """Serves one request within its time; at any fault the answer stays out."""
+    signal.alarm(REQUEST_SECONDS)
+    try:
+        options, _, matrix = receive_all(connection).partition(b"\0\0")
+        picture = draw(options.decode().split("\0"), matrix, weblogo_main)
+        if picture:
+            connection.sendall(b"%d\n%s" % (len(picture), picture))
+    except (Exception, SystemExit):
+        pass   # WebLogo ends the process at wrong input
+    finally:
+        signal.alarm(0)
+
+
+def serve(listener, idle_seconds, weblogo_main):
+    """Answers requests one after the other until none has come for `idle_seconds`."""
+    listener.settimeout(idle_seconds)
+    while True:
+        try:
+            connection, _ = listener.accept()
+        except TimeoutError:
+            return
+        with connection:
+            connection.settimeout(None)   # the alarm bounds the whole request
+            answer(connection, weblogo_main)
+
+
+def remove_own(address, listener_inode):
+    """Removes the socket file unless another worker's stands there by now."""
+    with contextlib.suppress(FileNotFoundError):
+        if os.stat(address).st_ino == listener_inode:
+            os.unlink(address)
+
+
+def stop(_signal, _frame):
+    """Ends the process in an orderly way."""
+    raise Stopped
+
+
+def out_of_time(_signal, _frame):
+    """Ends the request at hand."""
+    raise TimeoutError
+
+
+def main():
+    """Loads everything, listens, tells the starter, serves, cleans up."""
+    address, idle_seconds, ready = sys.argv[1], float(sys.argv[2]), int(sys.argv[3])
+    leave_caller()
+    close_all_but(ready)
+
+    from weblogo import _cli, logo_formatter
+    logo_formatter.Popen = KeptGhostscript
+    warnings.simplefilter("always")   # each drawing gets to hear its own
+
+    signal.signal(signal.SIGALRM, out_of_time)
+    signal.signal(signal.SIGTERM, stop)
+    listener = listen(address)
+    inode = os.stat(address).st_ino
+    try:
+        os.write(ready, b"!")
+        os.close(ready)
+        serve(listener, idle_seconds, _cli.main)
+    except Stopped:
+        pass
+    finally:
+        remove_own(address, inode)
+        KeptGhostscript.throw_away()
+
+
+if __name__ == "__main__":
+    main()
