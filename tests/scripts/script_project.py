@@ -5,6 +5,7 @@ import stat
 import subprocess
 import tempfile
 import unittest
+from unittest import mock
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 LIMIT = 120                             # seconds for any one script
@@ -29,6 +30,11 @@ class ScriptTest(unittest.TestCase):
     """Gives each test a project folder: the scripts, empty stand-ins of the tools, no collection installed."""
 
     def setUp(self):
+        environment = mock.patch.dict(os.environ)
+        environment.start()
+        self.addCleanup(environment.stop)
+        for name in [name for name in os.environ if name.startswith("VARNOLIX_")]:
+            del os.environ[name]
         self.top = os.path.realpath(tempfile.mkdtemp(prefix="varnolix-scripts-"))
         self.addCleanup(shutil.rmtree, self.top)
         self.project = os.path.join(self.top, "project")
