@@ -50,7 +50,7 @@ def plain(token, motif):
         raise BadCollection(f'motif {motif}: "{token}" is no number')
     value = Decimal(token)
     if value < 0:
-        raise BadCollection(f"motif {motif}: {token} is below 0 (a table of log-odds? counts or frequencies are needed)")
+        raise BadCollection(f"motif {motif}: {token} is below 0; counts or frequencies are needed, no log-odds")
     if value == 0:
         return "0"
     if abs(value.adjusted()) > MOST_DIGITS:

@@ -45,7 +45,8 @@ class Demo(ScriptTest):
         shutil.copytree(os.path.join(ROOT, "examples"), self.path("project", "examples"))
         write(self.path("project", "scripts", "setup.sh"), "#!/bin/sh\necho setup \"$@\"\n", executable=True)
         for tool in ("cmake", "ctest"):
-            write(self.path("bin", tool), f"#!/bin/sh\necho {tool} \"$@\" text-only=$VARNOLIX_TEXT_ONLY\n", executable=True)
+            write(self.path("bin", tool), f"#!/bin/sh\necho {tool} \"$@\" text-only=$VARNOLIX_TEXT_ONLY\n",
+                  executable=True)
         write(self.path("project", "build", "release", "varnolix"), PROGRAM, executable=True)
         self.job = self.path("project", "build", "demo-job")
 
@@ -108,7 +109,8 @@ class Demo(ScriptTest):
         self.assertIn("MISSING: 1 of 44 logos", done.stdout)
 
     def test_fails_when_the_program_fails(self):
-        write(self.path("project", "build", "release", "varnolix"), "#!/bin/sh\necho went wrong\nexit 1\n", executable=True)
+        write(self.path("project", "build", "release", "varnolix"), "#!/bin/sh\necho went wrong\nexit 1\n",
+              executable=True)
         done = self.run_script("demo.sh", "--text")
         self.assertEqual(done.returncode, 1)
         self.assertIn("the run did not end well", done.stderr)

@@ -12,7 +12,8 @@ TWO = [("M1", "one", [[1.0, 2.0, 3.0, 4.0], [0.5, 0.0, 0.25, 0.25]]), ("M2", "tw
 
 LAYOUTS = {
     "jaspar with brackets and empty lines":
-        ">M1 one\nA [ 1 0.5 ]\nC [ 2 0 ]\nG [ 3 0.25 ]\nT [ 4 0.25 ]\n\n>M2 two\nA [ 0 ]\nC [ 0 ]\nG [ 1 ]\nT [ 0 ]\n\n",
+        ">M1 one\nA [ 1 0.5 ]\nC [ 2 0 ]\nG [ 3 0.25 ]\nT [ 4 0.25 ]\n\n"
+        ">M2 two\nA [ 0 ]\nC [ 0 ]\nG [ 1 ]\nT [ 0 ]\n\n",
     "jaspar with tabs, touching brackets, no empty lines, no last line end":
         ">M1\tone\nA  [1 0.5]\nC  [ 2 0]\nG  [3 0.25 ]\nT  [4 0.25]\n>M2\ttwo\nA[0]\nC[0]\nG[1]\nT[0]",
     "jaspar without brackets":
@@ -29,7 +30,8 @@ LAYOUTS = {
         "AC\tM1\nID\tone\nPO\tT\tG\tC\tA\n01\t4\t3\t2\t1\n02\t0.25\t0.25\t0\t0.5\n"
         "AC M2\nDE two\nP0 A C G T\n01 0 0 1 0 G",
     "meme":
-        "MEME version 4\n\nALPHABET= ACGT\n\nstrands: + -\n\nBackground letter frequencies\nA 0.3 C 0.2 G 0.2 T 0.3\n\n"
+        "MEME version 4\n\nALPHABET= ACGT\n\nstrands: + -\n\n"
+        "Background letter frequencies\nA 0.3 C 0.2 G 0.2 T 0.3\n\n"
         "MOTIF M1 one\nletter-probability matrix: alength= 4 w= 2 nsites= 20 E= 0\n 1 2 3 4\n 5.0e-1 0e-9 0.25 2.5E-01\n"
         "URL http://example.org/M1\n\nMOTIF M2 two\n\nletter-probability matrix: alength= 4 w= 1\n0 0 1 0\n",
     "uniprobe tables":

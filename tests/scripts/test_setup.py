@@ -29,7 +29,8 @@ class Setup(ScriptTest):
 
     def script_stand_in(self, name, body):
         """The same in place of one of the scripts."""
-        write(self.path("project", "scripts", name), f"#!/usr/bin/env bash\n{{ {body}\n}} >> '{self.log}'\n", executable=True)
+        write(self.path("project", "scripts", name), f"#!/usr/bin/env bash\n{{ {body}\n}} >> '{self.log}'\n",
+              executable=True)
 
     def machine(self, *installed, root=False, sudo=None):
         """What stands on the machine: packages, who asks, and whether sudo works (None: there is none)."""
@@ -100,8 +101,8 @@ class Setup(ScriptTest):
                 self.machine("g++", "cmake", "python3", sudo=sudo)
                 done, lines = self.run_setup("--text")
                 self.assertEqual(done.returncode, 1)
-                self.assertIn("    apt-get update && apt-get install -y --no-install-recommends ninja-build libgtest-dev\n",
-                              done.stderr)
+                self.assertIn("    apt-get update && apt-get install -y --no-install-recommends "
+                              "ninja-build libgtest-dev\n", done.stderr)
                 self.assertFalse([line for line in lines if line.startswith(("apt-get", "prove"))])
 
     def test_a_failed_installation_ends_it(self):
