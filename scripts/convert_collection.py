@@ -42,6 +42,11 @@ class Motif:
     positions: list = field(default_factory=list)
 
 
+def joined(text):
+    """A text as one token."""
+    return "_".join(text.split())
+
+
 def plain(token, motif):
     """The number of a token as digits and points alone."""
     if PLAIN_NUMBER.fullmatch(token):
@@ -131,7 +136,7 @@ def read_transfac(lines):
             raise BadCollection(f"motif {identity}: no position lines")
         if rows:
             columns = [[row[order.index(base)] for row in rows] for base in BASES]
-            motifs.append(Motif(identity, transfac_name(fields) or identity, transfac_taxon(fields),
+            motifs.append(Motif(joined(identity), transfac_name(fields) or identity, transfac_taxon(fields),
                                 positions_of_rows(columns, identity)))
 
     for number, line in enumerate(lines, 1):
@@ -257,18 +262,13 @@ def read_collection(path):
         motifs = read_jaspar(lines)
     elif any(UNIPROBE_ROW.fullmatch(line) for line in lines):
         motifs = read_uniprobe(lines, os.path.splitext(os.path.basename(path))[0])
-    elif any(re.match(r"P[0O]\s", line) for line in lines):
+    elif any(re.match(r"(P[0O]|AC|ID|NA|DE)\s", line) for line in lines):
         motifs = read_transfac(lines)
     else:
         raise BadCollection("neither Jaspar, TRANSFAC, MEME nor UniPROBE layout")
     if not motifs:
         raise BadCollection("no motif in it")
     return motifs
-
-
-def joined(text):
-    """A text as one token."""
-    return "_".join(text.split())
 
 
 def jaspar_text(motif):

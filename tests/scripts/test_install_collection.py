@@ -29,6 +29,9 @@ LAYOUTS = {
     "transfac with tabs, no closing lines, columns in another order":
         "AC\tM1\nID\tone\nPO\tT\tG\tC\tA\n01\t4\t3\t2\t1\n02\t0.25\t0.25\t0\t0.5\n"
         "AC M2\nDE two\nP0 A C G T\n01 0 0 1 0 G",
+    "transfac without heads of positions":
+        "AC  M1\nNA  one\nXX\n01\t1\t2\t3\t4\tT\n02\t0.5\t0\t0.25\t0.25\tW\nXX\n\n"
+        "AC  M2\nNA  two\n01\t0\t0\t1\t0\tG\nXX\n",
     "meme":
         "MEME version 4\n\nALPHABET= ACGT\n\nstrands: + -\n\n"
         "Background letter frequencies\nA 0.3 C 0.2 G 0.2 T 0.3\n\n"
