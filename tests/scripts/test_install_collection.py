@@ -35,7 +35,8 @@ LAYOUTS = {
     "meme":
         "MEME version 4\n\nALPHABET= ACGT\n\nstrands: + -\n\n"
         "Background letter frequencies\nA 0.3 C 0.2 G 0.2 T 0.3\n\n"
-        "MOTIF M1 one\nletter-probability matrix: alength= 4 w= 2 nsites= 20 E= 0\n 1 2 3 4\n 5.0e-1 0e-9 0.25 2.5E-01\n"
+        "MOTIF M1 one\nletter-probability matrix: alength= 4 w= 2 nsites= 20 E= 0\n"
+        " 1 2 3 4\n 5.0e-1 0e-9 0.25 2.5E-01\n"
         "URL http://example.org/M1\n\nMOTIF M2 two\n\nletter-probability matrix: alength= 4 w= 1\n0 0 1 0\n",
     "uniprobe tables":
         "UP00001\tProtein: one\n\nA:\t1\t0.5\nC:\t2\t0\nG:\t3\t0.25\nT:\t4\t0.25\n\n"
