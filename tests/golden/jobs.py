@@ -136,9 +136,8 @@ def lay_out(job, place, threads):
     shutil.copytree(os.path.join(job, "tree"), root)
     for folder in read_or(os.path.join(job, "folders"), b"result").decode().splitlines():
         os.makedirs(os.path.join(root, folder))
-    for folder in os.listdir(root):
-        if folder not in ("databases", "result") and os.path.isdir(os.path.join(root, folder)):
-            write(os.path.join(root, folder, "weblogo-3.4", "weblogo"), WEBLOGO.encode(), 0o755)
+    for folder in [here for here, _, files in os.walk(root) if files]:
+        write(os.path.join(folder, "weblogo-3.4", "weblogo"), WEBLOGO.encode(), 0o755)
     write(os.path.join(place, "bin", "php5"), PHP5.encode(), 0o755)
     write(os.path.join(place, "bin", "Rscript"), RSCRIPT.encode(), 0o755)
     answers = read(os.path.join(job, "answers.txt"))
