@@ -9,8 +9,8 @@
 #include "run/shared_records.h"
 #include "scan/scored_shift.h"
 
-// The plain form of scoring: four walks over each pair of motifs, as the definition tells it and with no shortcut. It is
-// the yardstick of the kernel, both for results and for speed, and shares no code with it.
+// The plain form of scoring: four walks over each pair of motifs, as the definition tells it and with no shortcut. It
+// is the yardstick of the kernel, both for results and for speed, and shares no code with it.
 
 namespace varnolix::plain {
 
@@ -52,7 +52,9 @@ inline Best scoreAlignment(const data& i, const data& j, std::size_t iStart, std
             sums[3] += bothReversed;
         }
     }
-    const auto mean = [&](std::size_t n) { return static_cast<double>(sums[n] / static_cast<long double>(4 * columns)); };
+    const auto mean = [&](std::size_t n) {
+        return static_cast<double>(sums[n] / static_cast<long double>(4 * columns));
+    };
     Best best{mean(0), Orientation::bothOriginal};
     for (std::size_t n = 1; n < sums.size(); ++n) {
         const double score = mean(n);
@@ -81,7 +83,8 @@ inline void scanRegion(const data& i, const data& j, Direction direction, bool i
     }
 }
 
-/// All alignments of outer motif i and inner motif j that reach the cutoff: the forward scan's, then the backward scan's.
+/// All alignments of outer motif i and inner motif j that reach the cutoff: the forward scan's, then the backward
+/// scan's.
 inline void scorePair(const data& i, const data& j, double cutoff, std::vector<Alignment>& kept) {
     if (i.matrix.size() < leastOverlap || j.matrix.size() < leastOverlap) {
         return;

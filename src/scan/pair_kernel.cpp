@@ -2,8 +2,9 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 #include <limits>
+#include <numeric>
+#include <utility>
 
 #include "scan/pair_kernel_stages.h"
 
@@ -18,9 +19,10 @@
 // and only kept alignments are divided.
 //
 // Filter in bytes. Each value is rounded to X = round(255 x), so |X - 255 x| <= 1/2 (and less than 2^-44 more by the
-// arithmetic), and the distance sum |X - Y| of L columns differs from 255 * sum |x - y| by at most 4 L. The sum of cells S
-// differs from 4 L - sum |x - y| by at most 4 L * 2^-53, half an ulp twice per cell. Hence
-//  - S >= T implies distance <= 255 (4 L - T) + 4 L + (less than 1): above that an alignment is surely under the cutoff;
+// arithmetic), and the distance sum |X - Y| of L columns differs from 255 * sum |x - y| by at most 4 L. The sum of
+// cells S differs from 4 L - sum |x - y| by at most 4 L * 2^-53, half an ulp twice per cell. Hence
+//  - S >= T implies distance <= 255 (4 L - T) + 4 L + (less than 1): above that an alignment is surely under the
+//  cutoff;
 //  - if one orientation's distance exceeds another's by more than 8 L, so by 8 L + 1 at least, its S is smaller by
 //    1/255 - 8 L * 2^-53, far more than the 8 L * 2^-53 that two roundings of the mean can hide: it cannot win.
 // Most alignments fall here, and of the others mostly one orientation is left to be summed.
@@ -35,34 +37,33 @@ namespace varnolix {
 
 namespace {
 
-using kernel::Candidate;
-using kernel::Facing;
-using kernel::MotifView;
+using kernel::bitsPerRival;
+using kernel::Candidates;
+using kernel::LeftMotif;
+using kernel::oneRival;
+using kernel::Place;
+using kernel::Rivals;
 
 constexpr double unit = 0x1p-53;
-constexpr double unitsPerCell = 0x1p53;
-constexpr std::size_t cellsPerColumn = 4;
+constexpr int cellsPerColumn = 4;
 constexpr double levelsPerOne = 255.0;
 
 // Extended precision must hold sums of 63 bits, as the 64-bit integers do.
 constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
 
 // Vector loads run up to this many columns past the end of a motif.
-constexpr std::size_t columnsPastEnd = 7;
-
-constexpr std::size_t mostShifts = 2 * (mostKernelColumns - leastKernelColumns) + 1;
-constexpr std::size_t candidateRoom = 2 * (mostShifts + 1);
+constexpr std::size_t columnsPastEnd = 3;
 
 /// In units, like the sum: the scale by a power of two commutes with rounding.
-double meanInUnits(std::int64_t sum, std::size_t columns) {
+double meanInUnits(std::int64_t sum, int columns) {
     return static_cast<double>(static_cast<long double>(sum) / static_cast<long double>(cellsPerColumn * columns));
 }
 
-double meanScore(std::int64_t sum, std::size_t columns) {
+double meanScore(std::int64_t sum, int columns) {
     return meanInUnits(sum, columns) * unit;
 }
 
-std::int64_t mostUnits(std::size_t columns) {
+std::int64_t mostUnits(int columns) {
     return static_cast<std::int64_t>(cellsPerColumn * columns) << 53;
 }
 
@@ -73,6 +74,11 @@ bool lieWithinUnit(const Matrix& matrix) {
     });
 }
 
+bool canBeExact(const std::array<const Matrix*, 2>& strands) {
+    return hasExtendedPrecision && strands[0]->size() <= mostKernelColumns &&
+           strands[0]->size() == strands[1]->size() && lieWithinUnit(*strands[0]) && lieWithinUnit(*strands[1]);
+}
+
 KernelLevels levelsOf(const Column& column) {
     KernelLevels result;
     std::transform(column.begin(), column.end(), result.levels.begin(),
@@ -80,132 +86,204 @@ KernelLevels levelsOf(const Column& column) {
     return result;
 }
 
-MotifView viewOf(const KernelMotifs& motifs, std::size_t motif) {
-    return {motifs.columns(motif), motifs.levels(motif), motifs.length(motif)};
-}
-
 bool takesPart(const KernelMotifs& motifs, std::size_t motif) {
     return motifs.isExact(motif) && motifs.length(motif) >= leastKernelColumns;
 }
 
-/// Candidates of one left motif, summed and judged as soon as their room is full.
+/// One left motif against partners.
 class Judge {
   public:
     Judge(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, const CutoffTable& cutoff,
           OuterMotif outer, const kernel::Stages& stages, std::vector<ScoredShift>& kept)
-        : left_(viewOf(lefts, i)), rights_(rights), cutoff_(cutoff), outer_(outer), stages_(stages), kept_(kept) {}
+        : left_{lefts.columns(i), lefts.levels(i), static_cast<int>(lefts.length(i))},
+          rights_(rights),
+          cutoff_(cutoff),
+          outer_(outer),
+          stages_(stages),
+          kept_(kept) {}
 
-    void take(std::size_t partner) {
-        if (static_cast<std::size_t>(candidates_.data() + candidates_.size() - end_) <= mostShifts) {
-            finish();
+    /// Appends the results of the partners of a block, in order, as far as they lie within first .. last - 1.
+    void takeBlock(std::size_t block, std::size_t first, std::size_t last) {
+        for (const KernelGroup& group : rights_.groups(block)) {
+            unsigned lanes = 0;
+            for (std::size_t lane = 0; lane < group.lanes; ++lane) {
+                const bool isWanted = group.motifs[lane] >= first && group.motifs[lane] < last;
+                lanes |= static_cast<unsigned>(isWanted) << lane;
+            }
+            if (lanes != 0) {
+                takeGroup({rights_, group, lanes});
+            }
         }
-        end_ = stages_.filterShifts(left_, viewOf(rights_, partner), static_cast<std::uint32_t>(partner), cutoff_,
-                                    outer_, end_);
-    }
-
-    void finish() {
-        const std::size_t count = listFacing();
-        stages_.sumCells(facing_.data(), count, sums_.data());
-        const std::int64_t* sums = sums_.data();
-        for (const Candidate* candidate = candidates_.data(); candidate != end_; ++candidate) {
-            sums = keepBest(*candidate, sums);
-        }
-        end_ = candidates_.data();
+        judgeAll();
+        appendByPartner(block * KernelMotifs::blockSize);
     }
 
   private:
-    std::size_t listFacing() {
-        Facing* facing = facing_.data();
-        for (const Candidate* candidate = candidates_.data(); candidate != end_; ++candidate) {
-            const MotifView right = viewOf(rights_, candidate->partner);
-            const std::size_t leftStart = static_cast<std::size_t>(std::max(0, -candidate->shift));
-            const std::size_t rightStart = static_cast<std::size_t>(std::max<int>(0, candidate->shift));
-            for (unsigned bits = candidate->orientations; bits != 0; bits &= bits - 1) {
-                const auto orientation = static_cast<Orientation>(std::countr_zero(bits));
-                const bool first = orientation >= Orientation::firstReversed;
-                const bool second = orientation == Orientation::secondReversed || orientation == Orientation::bothReversed;
-                const bool leftReversed = outer_ == OuterMotif::left ? first : second;
-                const bool rightReversed = outer_ == OuterMotif::left ? second : first;
-                facing->left = left_.columns + leftStart + (leftReversed ? left_.length : 0);
-                facing->right = right.columns + rightStart + (rightReversed ? right.length : 0);
-                facing->columns = candidate->columns;
-                ++facing;
+    void takeGroup(const kernel::Partners& partners) {
+        if (candidates_.count > kernel::candidateBatch) {
+            judgeAll();
+        }
+        if (std::min(left_.length, static_cast<int>(partners.group.length)) <= kernel::mostFilteredColumns) {
+            stages_.filterShifts(left_, partners, cutoff_, candidates_);
+            return;
+        }
+        for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+            if ((partners.lanes >> lane & 1U) != 0) {
+                takeAllShifts(partners.group.motifs[lane]);
             }
         }
-        return static_cast<std::size_t>(facing - facing_.data());
     }
 
-    /// A strict running maximum over the means, in the order of the orientations. Returns the sums of the next candidate.
-    const std::int64_t* keepBest(const Candidate& candidate, const std::int64_t* sums) {
-        const std::size_t columns = candidate.columns;
-        const std::int64_t hidden = static_cast<std::int64_t>(2 * cellsPerColumn * columns);
-        std::int64_t bestSum = -1 - hidden;
-        int best = 0;
-        for (unsigned bits = candidate.orientations; bits != 0; bits &= bits - 1) {
-            const std::int64_t sum = *sums++;
-            if (sum > bestSum &&
-                (sum - bestSum > hidden || meanInUnits(sum, columns) > meanInUnits(bestSum, columns))) {
-                bestSum = sum;
-                best = std::countr_zero(bits);
+    void takeAllShifts(std::uint32_t partner) {
+        const int least = static_cast<int>(leastKernelColumns);
+        const int rightLength = static_cast<int>(rights_.length(partner));
+        for (int shift = least - left_.length; shift <= rightLength - least; ++shift) {
+            const int columns = std::min({left_.length, rightLength, left_.length + shift, rightLength - shift});
+            candidates_.rivals[candidates_.count] = kernel::allRivals;
+            candidates_.places[candidates_.count] = {partner, static_cast<std::int16_t>(shift),
+                                                     static_cast<std::uint16_t>(columns)};
+            ++candidates_.count;
+        }
+    }
+
+    void judgeAll() {
+        const std::size_t before = scored_.size();
+        scored_.resize(before + candidates_.count);
+        ScoredShift* result = scored_.data() + before;
+        for (std::size_t n = 0; n < candidates_.count; ++n) {
+            const Place& place = candidates_.places[n];
+            const Best best = bestOf(outerView(candidates_.rivals[n]), place);
+            result->score = meanScore(best.sum, place.columns);
+            result->shift = place.shift;
+            result->partner = place.partner & partnerMask;
+            result->orientation = best.orientation;
+            result->walks = bothWalks;
+            // Written always and kept by moving on: hardly any branch could be foretold here.
+            result += best.sum >= cutoff_.leastSum(place.columns);
+        }
+        scored_.resize(static_cast<std::size_t>(result - scored_.data()));
+        candidates_.count = 0;
+    }
+
+    struct Best {
+        std::int64_t sum;
+        Orientation orientation;
+    };
+
+    /// Puts the rivals into the order of the orientations.
+    Rivals outerView(Rivals rivals) const {
+        if (outer_ == OuterMotif::left) {
+            return rivals;
+        }
+        const Rivals second = rivals >> bitsPerRival & oneRival;
+        const Rivals third = rivals >> 2 * bitsPerRival & oneRival;
+        return (rivals & ~(oneRival << bitsPerRival | oneRival << 2 * bitsPerRival)) | third << bitsPerRival |
+               second << 2 * bitsPerRival;
+    }
+
+    /// A strict running maximum over the means, in the order of the orientations.
+    Best bestOf(Rivals rivals, const Place& place) const {
+        const KernelColumn* left = left_.columns + std::max(0, -place.shift);
+        const KernelColumn* right = rights_.columns(place.partner) + std::max<int>(0, place.shift);
+        const std::ptrdiff_t rightLength = static_cast<std::ptrdiff_t>(rights_.length(place.partner));
+        const auto takeNext = [&]() -> Best {
+            const int n = std::countr_zero(rivals) / bitsPerRival;
+            rivals &= ~(oneRival << n * bitsPerRival);
+            const int first = n >> 1;
+            const int second = n & 1;
+            const int leftReversed = outer_ == OuterMotif::left ? first : second;
+            const int rightReversed = outer_ == OuterMotif::left ? second : first;
+            return {stages_.sumCells(left + leftReversed * left_.length, right + rightReversed * rightLength,
+                                     place.columns),
+                    static_cast<Orientation>(n)};
+        };
+        const int columns = place.columns;
+        const std::int64_t hidden = 2 * cellsPerColumn * columns;
+        Best best = takeNext();
+        while (rivals != 0) {
+            const Best next = takeNext();
+            const std::int64_t lead = next.sum - best.sum;
+            if (lead > hidden || (lead > 0 && meanInUnits(next.sum, columns) > meanInUnits(best.sum, columns))) {
+                best = next;
             }
         }
-        if (bestSum >= cutoff_.leastSum(columns)) {
-            ScoredShift result{};
-            result.score = meanScore(bestSum, columns);
-            result.partner = candidate.partner;
-            result.shift = candidate.shift;
-            result.orientation = static_cast<Orientation>(best);
-            result.walks = bothWalks;
-            kept_.push_back(result);
-        }
-        return sums;
+        return best;
     }
 
-    const MotifView left_;
+    /// Groups hold partners of equal length; here they come back into their order.
+    void appendByPartner(std::size_t firstOfBlock) {
+        std::array<std::size_t, KernelMotifs::blockSize + 1> starts{};
+        for (const ScoredShift& shift : scored_) {
+            ++starts[shift.partner - firstOfBlock + 1];
+        }
+        std::partial_sum(starts.begin(), starts.end(), starts.begin());
+        const std::size_t end = kept_.size();
+        kept_.resize(end + scored_.size());
+        for (const ScoredShift& shift : scored_) {
+            kept_[end + starts[shift.partner - firstOfBlock]++] = shift;
+        }
+        scored_.clear();
+    }
+
+    const LeftMotif left_;
     const KernelMotifs& rights_;
     const CutoffTable& cutoff_;
     const OuterMotif outer_;
     const kernel::Stages& stages_;
     std::vector<ScoredShift>& kept_;
-    // Written before they are read, so they stay as they are found.
-    std::array<Candidate, candidateRoom> candidates_;
-    std::array<Facing, 4 * candidateRoom> facing_;
-    std::array<std::int64_t, 4 * candidateRoom> sums_;
-    Candidate* end_ = candidates_.data();
+    std::vector<ScoredShift> scored_;
+    Candidates candidates_;
 };
 
 }  // namespace
 
 KernelMotifs::KernelMotifs(std::span<const data> motifs) {
-    std::size_t columns = columnsPastEnd;
+    std::vector<Strands> strands;
+    strands.reserve(motifs.size());
     for (const data& motif : motifs) {
-        columns += 2 * motif.matrix.size();
+        strands.push_back({&motif.matrix, &motif.revCompMatrix});
     }
-    motifs_.reserve(motifs.size());
-    columns_.reserve(columns);
-    levels_.reserve(columns);
-    for (const data& motif : motifs) {
-        append(motif.matrix, motif.revCompMatrix);
-    }
-    padEnd();
+    build(strands);
 }
 
 KernelMotifs::KernelMotifs(const Matrix& matrix, const Matrix& revCompMatrix) {
-    const std::size_t columns = 2 * matrix.size() + columnsPastEnd;
-    columns_.reserve(columns);
-    levels_.reserve(columns);
-    append(matrix, revCompMatrix);
-    padEnd();
+    const Strands strands = {&matrix, &revCompMatrix};
+    build({&strands, 1});
 }
 
-void KernelMotifs::append(const Matrix& matrix, const Matrix& revCompMatrix) {
-    const bool isExact = hasExtendedPrecision && matrix.size() <= mostKernelColumns &&
-                         matrix.size() == revCompMatrix.size() && lieWithinUnit(matrix) && lieWithinUnit(revCompMatrix);
-    motifs_.push_back({columns_.size(), matrix.size(), isExact});
-    if (!isExact) {
-        return;
+void KernelMotifs::build(std::span<const Strands> motifs) {
+    std::size_t columns = columnsPastEnd;
+    motifs_.reserve(motifs.size());
+    for (const Strands& strands : motifs) {
+        motifs_.push_back({0, strands[0]->size(), canBeExact(strands)});
+        columns += 2 * strands[0]->size();
     }
-    for (const Matrix* strand : {&matrix, &revCompMatrix}) {
+    columns_.reserve(columns);
+    levels_.reserve(columns);
+    std::vector<std::uint32_t> block;
+    for (std::size_t first = 0; first < size(); first += blockSize) {
+        block.clear();
+        for (std::size_t motif = first; motif < std::min(size(), first + blockSize); ++motif) {
+            if (takesPart(*this, motif)) {
+                block.push_back(static_cast<std::uint32_t>(motif));
+            }
+        }
+        std::stable_sort(block.begin(), block.end(),
+                         [this](std::uint32_t a, std::uint32_t b) { return length(a) < length(b); });
+        // Columns lie in the order in which groups are scored.
+        for (const std::uint32_t motif : block) {
+            appendColumns(motif, motifs[motif]);
+        }
+        appendGroups(block);
+        blockEnds_.push_back(groups_.size());
+    }
+    columns_.resize(columns_.size() + columnsPastEnd);
+    levels_.resize(levels_.size() + columnsPastEnd);
+}
+
+void KernelMotifs::appendColumns(std::size_t motif, const Strands& strands) {
+    motifs_[motif].firstColumn = columns_.size();
+    for (const Matrix* strand : strands) {
         for (const Column& column : *strand) {
             columns_.push_back({column});
             levels_.push_back(levelsOf(column));
@@ -213,15 +291,48 @@ void KernelMotifs::append(const Matrix& matrix, const Matrix& revCompMatrix) {
     }
 }
 
-void KernelMotifs::padEnd() {
-    columns_.resize(columns_.size() + columnsPastEnd);
-    levels_.resize(levels_.size() + columnsPastEnd);
+void KernelMotifs::appendGroups(std::span<const std::uint32_t> block) {
+    while (!block.empty()) {
+        std::size_t lanes = 1;
+        while (lanes < std::min(kernelLanes, block.size()) && length(block[lanes]) == length(block[0])) {
+            ++lanes;
+        }
+        KernelGroup group{{}, lanes, length(block[0]), pairs_.size()};
+        for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+            group.motifs[lane] = block[std::min(lane, lanes - 1)];
+        }
+        groups_.push_back(group);
+        appendPairs(group);
+        block = block.subspan(lanes);
+    }
+}
+
+void KernelMotifs::appendPairs(const KernelGroup& group) {
+    for (std::size_t k = 0; k < group.length; ++k) {
+        for (const std::size_t strandStart : {std::size_t{0}, group.length}) {
+            KernelLevelPairs pairs{};
+            for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+                const KernelLevels* column = levels(group.motifs[lane]) + strandStart + k;
+                pairs.lanes[lane][0] = column[0];
+                if (k + 1 < group.length) {
+                    pairs.lanes[lane][1] = column[1];
+                }
+            }
+            pairs_.push_back(pairs);
+        }
+    }
+}
+
+std::span<const KernelGroup> KernelMotifs::groups(std::size_t block) const {
+    const std::size_t first = block == 0 ? 0 : blockEnds_[block - 1];
+    return std::span(groups_).subspan(first, blockEnds_[block] - first);
 }
 
 CutoffTable::CutoffTable(double cutoff) {
     leastSums_[0] = 0;
     greatestDistances_[0] = -1;
-    for (std::size_t columns = 1; columns <= mostKernelColumns; ++columns) {
+    for (std::size_t length = 1; length <= mostKernelColumns; ++length) {
+        const int columns = static_cast<int>(length);
         const std::int64_t most = mostUnits(columns);
         std::int64_t low = 0;
         std::int64_t high = most + 1;  // out of reach: nothing is kept
@@ -233,11 +344,11 @@ CutoffTable::CutoffTable(double cutoff) {
                 low = middle + 1;
             }
         }
-        leastSums_[columns] = low;
-        const double cells = static_cast<double>(cellsPerColumn * columns);
+        leastSums_[length] = low;
+        const double cells = cellsPerColumn * columns;
         // One more than the bound, for the rounding of the bound itself.
-        const double distance = levelsPerOne * (cells - static_cast<double>(low) / unitsPerCell) + cells + 1.0;
-        greatestDistances_[columns] = low > most ? -1 : static_cast<std::int32_t>(distance);
+        const double distance = levelsPerOne * (cells - static_cast<double>(low) * unit) + cells + 1.0;
+        greatestDistances_[length] = low > most ? -1 : static_cast<std::int32_t>(std::min(distance, 65535.0));
     }
 }
 
@@ -253,12 +364,10 @@ void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& r
     }
     const kernel::Stages stages = code == KernelCode::avx2 ? kernel::avx2Stages() : kernel::portableStages();
     Judge judge(lefts, i, rights, cutoff, outer, stages, kept);
-    for (std::size_t partner = firstPartner; partner < lastPartner; ++partner) {
-        if (takesPart(rights, partner)) {
-            judge.take(partner);
-        }
+    for (std::size_t block = firstPartner / KernelMotifs::blockSize; block * KernelMotifs::blockSize < lastPartner;
+         ++block) {
+        judge.takeBlock(block, firstPartner, lastPartner);
     }
-    judge.finish();
 }
 
 bool scoreShifts(const Matrix& left, const Matrix& leftRevComp, const Matrix& right, const Matrix& rightRevComp,

@@ -9,8 +9,8 @@
 #include "run/shared_records.h"
 #include "scan/scored_shift.h"
 
-// Scores all alignments of pairs of motifs, bit for bit as the plain form does: cells 1 - |x - y| rounded to double, added
-// up in extended precision, divided by their number, rounded to double. See pair_kernel.cpp for how.
+// Scores all alignments of pairs of motifs, bit for bit as the plain form does: cells 1 - |x - y| rounded to double,
+// added up in extended precision, divided by their number, rounded to double. See pair_kernel.cpp for how.
 
 namespace varnolix {
 
@@ -29,6 +29,21 @@ struct alignas(4) KernelLevels {
     std::array<std::uint8_t, 4> levels;
 };
 
+/// Partners are filtered in groups of this many of equal length, one per lane.
+inline constexpr std::size_t kernelLanes = 4;
+
+/// Two neighbouring columns of each motif of a group.
+struct alignas(32) KernelLevelPairs {
+    std::array<std::array<KernelLevels, 2>, kernelLanes> lanes;
+};
+
+struct KernelGroup {
+    std::array<std::uint32_t, kernelLanes> motifs;  ///< ascending; empty lanes repeat the last motif
+    std::size_t lanes;                              ///< how many are not empty
+    std::size_t length;
+    std::size_t firstPairs;
+};
+
 /// Motifs laid out for the kernel: copies of their values, so the originals may go.
 class KernelMotifs {
   public:
@@ -42,9 +57,16 @@ class KernelMotifs {
     bool isExact(std::size_t motif) const { return motifs_[motif].isExact; }
 
     std::size_t length(std::size_t motif) const { return motifs_[motif].length; }
-    /// Columns of the motif, followed by those of its reverse complement; only of an exact motif.
+    /// Columns of the motif, followed by those of its reverse complement; only of an exact motif of four or more.
     const KernelColumn* columns(std::size_t motif) const { return columns_.data() + motifs_[motif].firstColumn; }
     const KernelLevels* levels(std::size_t motif) const { return levels_.data() + motifs_[motif].firstColumn; }
+
+    /// Motifs from a multiple of this number to the next are grouped among themselves.
+    static constexpr std::size_t blockSize = 1024;
+    /// The groups of the exact motifs of a block that are not too short.
+    std::span<const KernelGroup> groups(std::size_t block) const;
+    /// Columns k and k + 1 of the group are element 2 k, those of the reverse complements element 2 k + 1.
+    const KernelLevelPairs* pairs(const KernelGroup& group) const { return pairs_.data() + group.firstPairs; }
 
   private:
     struct Motif {
@@ -53,12 +75,19 @@ class KernelMotifs {
         bool isExact;
     };
 
-    void append(const Matrix& matrix, const Matrix& revCompMatrix);
-    void padEnd();
+    using Strands = std::array<const Matrix*, 2>;
+
+    void build(std::span<const Strands> motifs);
+    void appendColumns(std::size_t motif, const Strands& strands);
+    void appendGroups(std::span<const std::uint32_t> block);
+    void appendPairs(const KernelGroup& group);
 
     std::vector<Motif> motifs_;
     std::vector<KernelColumn> columns_;
     std::vector<KernelLevels> levels_;
+    std::vector<KernelGroup> groups_;
+    std::vector<std::size_t> blockEnds_;  // in groups_
+    std::vector<KernelLevelPairs> pairs_;
 };
 
 /// What an alignment of each length must reach to be kept, worked out once per run.
@@ -86,8 +115,8 @@ enum class KernelCode { portable, avx2 };
 KernelCode fastestKernelCode();
 
 /// Scores the left motif i with the partners firstPartner .. lastPartner - 1 and appends the alignments at or above the
-/// cutoff, partners ascending, shifts ascending. Pairs with a motif that is not exact or has fewer than four columns are
-/// skipped. May be called from several threads at once.
+/// cutoff, partners ascending, shifts ascending. Pairs with a motif that is not exact or has fewer than four columns
+/// are skipped. May be called from several threads at once.
 void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, std::size_t firstPartner,
                  std::size_t lastPartner, const CutoffTable& cutoff, OuterMotif outer, std::vector<ScoredShift>& kept,
                  KernelCode code = fastestKernelCode());

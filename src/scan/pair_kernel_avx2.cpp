@@ -7,103 +7,126 @@
 #include <immintrin.h>
 
 #include <algorithm>
+#include <array>
+#include <bit>
 
-#define VARNOLIX_AVX2 __attribute__((target("avx2")))
+#define VARNOLIX_AVX2 __attribute__((target("avx2,popcnt")))
 
 namespace varnolix::kernel {
 
 namespace {
 
-constexpr int columnsPerLevelLoad = 8;
-constexpr std::size_t columnsPerSumStep = 4;
-
-// Eight columns of levels: all bits of the first n are set if loaded from element 8 - n.
-alignas(32) constexpr std::array<std::int32_t, 16> levelMask = {-1, -1, -1, -1, -1, -1, -1, -1};
+constexpr int columnsPerSumStep = 4;
 
 VARNOLIX_AVX2 inline __m256i load(const void* from) {
-    return _mm256_loadu_si256(static_cast<const __m256i*>(from));
+    return _mm256_load_si256(static_cast<const __m256i*>(from));
 }
 
-/// The distances of the four orientations of one alignment, in units of levels.
-class Distances {
-  public:
-    VARNOLIX_AVX2 Distances(const KernelLevels* left, std::size_t leftLength, const KernelLevels* right,
-                            std::size_t rightLength, int columns)
-        : original_(_mm256_setzero_si256()),
-          rightReversed_(original_),
-          leftReversed_(original_),
-          bothReversed_(original_) {
-        for (; columns > columnsPerLevelLoad; columns -= columnsPerLevelLoad) {
-            add(load(left), load(left + leftLength), load(right), load(right + rightLength));
-            left += columnsPerLevelLoad;
-            right += columnsPerLevelLoad;
-        }
-        const __m256i mask = load(levelMask.data() + columnsPerLevelLoad - columns);
-        add(_mm256_and_si256(load(left), mask), _mm256_and_si256(load(left + leftLength), mask),
-            _mm256_and_si256(load(right), mask), _mm256_and_si256(load(right + rightLength), mask));
-    }
+/// Two columns of the left motif, in every lane.
+VARNOLIX_AVX2 inline __m256i spread(const KernelLevels* columns) {
+    return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
+}
 
-    /// Four words of 16 bits in the order of the orientations, twice.
-    template <OuterMotif outer>
-    VARNOLIX_AVX2 __m128i words() const {
-        const bool leftIsOuter = outer == OuterMotif::left;
-        const __m256i second = leftIsOuter ? rightReversed_ : leftReversed_;
-        const __m256i third = leftIsOuter ? leftReversed_ : rightReversed_;
-        const __m256i low = _mm256_or_si256(original_, _mm256_slli_epi64(second, 16));
-        const __m256i high = _mm256_or_si256(_mm256_slli_epi64(third, 32), _mm256_slli_epi64(bothReversed_, 48));
-        const __m256i lanes = _mm256_or_si256(low, high);
-        const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
-        return _mm_add_epi64(halves, _mm_shuffle_epi32(halves, _MM_SHUFFLE(1, 0, 3, 2)));
+/// For each lane the distances of both original, right reversed, left reversed, both reversed, as words of 16 bits.
+VARNOLIX_AVX2 inline __m256i distances(const KernelLevels* left, std::size_t leftLength, const KernelLevelPairs* right,
+                                       int columns) {
+    __m256i original = _mm256_setzero_si256();
+    __m256i rightReversed = original;
+    __m256i leftReversed = original;
+    __m256i bothReversed = original;
+    const auto add = [&](__m256i a, __m256i aReversed, __m256i b, __m256i bReversed) VARNOLIX_AVX2 {
+        original = _mm256_add_epi64(original, _mm256_sad_epu8(a, b));
+        rightReversed = _mm256_add_epi64(rightReversed, _mm256_sad_epu8(a, bReversed));
+        leftReversed = _mm256_add_epi64(leftReversed, _mm256_sad_epu8(aReversed, b));
+        bothReversed = _mm256_add_epi64(bothReversed, _mm256_sad_epu8(aReversed, bReversed));
+    };
+    for (; columns > 2; columns -= 2) {
+        add(spread(left), spread(left + leftLength), load(right), load(right + 1));
+        left += 2;
+        right += 4;
     }
+    // The last step counts one column or two.
+    const __m256i mask = _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
+    const auto masked = [&](__m256i pair) VARNOLIX_AVX2 { return _mm256_and_si256(pair, mask); };
+    add(masked(spread(left)), masked(spread(left + leftLength)), masked(load(right)), masked(load(right + 1)));
+    const __m256i low = _mm256_or_si256(original, _mm256_slli_epi64(rightReversed, 16));
+    const __m256i high = _mm256_or_si256(leftReversed, _mm256_slli_epi64(bothReversed, 16));
+    return _mm256_or_si256(low, _mm256_slli_epi64(high, 32));
+}
 
-  private:
-    VARNOLIX_AVX2 void add(__m256i left, __m256i leftReversed, __m256i right, __m256i rightReversed) {
-        original_ = _mm256_add_epi64(original_, _mm256_sad_epu8(left, right));
-        rightReversed_ = _mm256_add_epi64(rightReversed_, _mm256_sad_epu8(left, rightReversed));
-        leftReversed_ = _mm256_add_epi64(leftReversed_, _mm256_sad_epu8(leftReversed, right));
-        bothReversed_ = _mm256_add_epi64(bothReversed_, _mm256_sad_epu8(leftReversed, rightReversed));
-    }
+/// For each lane its smallest word, four times.
+VARNOLIX_AVX2 inline __m256i smallestWords(__m256i words) {
+    const __m256i ofTwo = _mm256_min_epu16(words, _mm256_srli_epi64(words, 32));
+    const __m256i ofFour = _mm256_min_epu16(ofTwo, _mm256_srli_epi64(ofTwo, 16));
+    return _mm256_shuffle_epi8(ofFour, _mm256_set_epi8(9, 8, 9, 8, 9, 8, 9, 8, 1, 0, 1, 0, 1, 0, 1, 0, 9, 8, 9, 8, 9, 8,
+                                                       9, 8, 1, 0, 1, 0, 1, 0, 1, 0));
+}
 
-    __m256i original_;
-    __m256i rightReversed_;
-    __m256i leftReversed_;
-    __m256i bothReversed_;
+/// All bits of the words that are at most the limit.
+VARNOLIX_AVX2 inline __m256i atMost(__m256i words, __m256i limit) {
+    return _mm256_cmpeq_epi16(_mm256_subs_epu16(words, limit), _mm256_setzero_si256());
+}
+
+struct alignas(32) LaneOrder {
+    std::array<std::int32_t, 2 * kernelLanes> halves;
 };
 
-template <OuterMotif outer>
-VARNOLIX_AVX2 Candidate* filterShifts(const MotifView& left, const MotifView& right, std::uint32_t partner,
-                                      const CutoffTable& cutoff, Candidate* candidates) {
-    const int leftLength = static_cast<int>(left.length);
-    const int rightLength = static_cast<int>(right.length);
+/// Element m moves the lanes in the bit mask m to the front.
+constexpr std::array<LaneOrder, 1U << kernelLanes> laneOrders() {
+    std::array<LaneOrder, 1U << kernelLanes> orders{};
+    for (std::size_t mask = 0; mask < orders.size(); ++mask) {
+        std::size_t front = 0;
+        for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+            if ((mask >> lane & 1U) != 0) {
+                orders[mask].halves[front++] = static_cast<std::int32_t>(2 * lane);
+                orders[mask].halves[front++] = static_cast<std::int32_t>(2 * lane + 1);
+            }
+        }
+    }
+    return orders;
+}
+constexpr std::array<LaneOrder, 1U << kernelLanes> toFront = laneOrders();
+
+VARNOLIX_AVX2 void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
+                                Candidates& candidates) {
     const int least = static_cast<int>(leastKernelColumns);
+    const int leftLength = left.length;
+    const int rightLength = static_cast<int>(partners.group.length);
+    const KernelLevels* leftLevels = left.levels;
+    const KernelLevelPairs* rightLevels = partners.motifs.pairs(partners.group);
+    const unsigned wanted = partners.lanes;
+    const __m256i indices =
+        _mm256_cvtepu32_epi64(_mm_loadu_si128(reinterpret_cast<const __m128i*>(partners.group.motifs.data())));
+    std::size_t count = candidates.count;
     for (int shift = least - leftLength; shift <= rightLength - least; ++shift) {
         const int leftStart = std::max(0, -shift);
         const int rightStart = std::max(0, shift);
         const int columns = std::min(leftLength - leftStart, rightLength - rightStart);
-        *candidates = {partner, static_cast<std::int16_t>(shift), static_cast<std::uint8_t>(columns), allOrientations};
-        if (columns > mostFilteredColumns) {
-            ++candidates;
+        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(columns));
+        if (greatest < 0) {
             continue;
         }
-        const Distances distances(left.levels + leftStart, left.length, right.levels + rightStart, right.length,
-                                  columns);
-        const __m128i words = distances.words<outer>();
-        const __m128i smallest = _mm_minpos_epu16(words);
-        const __m128i rivals = _mm_set1_epi16(static_cast<std::int16_t>(rivalDistancePerColumn * columns));
-        const __m128i limit = _mm_adds_epu16(_mm_broadcastw_epi16(smallest), rivals);
-        const __m128i possible = _mm_cmpeq_epi16(_mm_subs_epu16(words, limit), _mm_setzero_si128());
-        const int orientations = _mm_movemask_epi8(_mm_packs_epi16(possible, possible)) & allOrientations;
-        candidates->orientations = static_cast<std::uint8_t>(orientations);
-        // Written always and kept by moving on, as whether it is kept cannot be foretold.
-        candidates += _mm_extract_epi16(smallest, 0) <= cutoff.greatestDistance(static_cast<std::size_t>(columns));
+        const __m256i words = distances(leftLevels + leftStart, static_cast<std::size_t>(leftLength),
+                                        rightLevels + 2 * rightStart, columns);
+        const __m256i smallest = smallestWords(words);
+        const __m256i possible = atMost(smallest, _mm256_set1_epi16(static_cast<std::int16_t>(greatest)));
+        const unsigned lanes = static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(possible))) & wanted;
+        if (lanes == 0) {
+            continue;
+        }
+        const __m256i rivalDistance = _mm256_set1_epi16(static_cast<std::int16_t>(rivalDistancePerColumn * columns));
+        const __m256i rivals = atMost(words, _mm256_adds_epu16(smallest, rivalDistance));
+        const std::int64_t place = static_cast<std::int64_t>(columns) << 48 | static_cast<std::int64_t>(shift & 0xFFFF)
+                                                                                  << 32;
+        const __m256i places = _mm256_or_si256(indices, _mm256_set1_epi64x(place));
+        const __m256i order = load(&toFront[lanes]);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&candidates.rivals[count]),
+                            _mm256_permutevar8x32_epi32(rivals, order));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&candidates.places[count]),
+                            _mm256_permutevar8x32_epi32(places, order));
+        count += static_cast<std::size_t>(std::popcount(lanes));
     }
-    return candidates;
-}
-
-VARNOLIX_AVX2 Candidate* filterShiftsOf(const MotifView& left, const MotifView& right, std::uint32_t partner,
-                                        const CutoffTable& cutoff, OuterMotif outer, Candidate* candidates) {
-    return outer == OuterMotif::left ? filterShifts<OuterMotif::left>(left, right, partner, cutoff, candidates)
-                                     : filterShifts<OuterMotif::right>(left, right, partner, cutoff, candidates);
+    candidates.count = count;
 }
 
 constexpr std::int64_t noSign = 0x7FFFFFFFFFFFFFFF;
@@ -121,8 +144,8 @@ constexpr std::array<ColumnMask, 8> columnMask = {{{{noSign, noSign, noSign, noS
                                                    {},
                                                    {}}};
 
-/// A cell less 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2 and
-/// of 1, where they count in units of 2^-53, and their difference is (1 - d) - 1/2 in these units.
+/// A cell less 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2
+/// and of 1, where they count in units of 2^-53, and their difference is (1 - d) - 1/2 in these units.
 VARNOLIX_AVX2 inline __m256i cellUnits(const KernelColumn& left, const KernelColumn& right, __m256d mask) {
     const __m256d half = _mm256_set1_pd(0.5);
     const __m256d difference = _mm256_sub_pd(_mm256_load_pd(left.values.data()), _mm256_load_pd(right.values.data()));
@@ -138,35 +161,30 @@ VARNOLIX_AVX2 inline __m256i stepUnits(const KernelColumn* left, const KernelCol
     return _mm256_add_epi64(_mm256_add_epi64(column(0), column(1)), _mm256_add_epi64(column(2), column(3)));
 }
 
-VARNOLIX_AVX2 void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
-    for (std::size_t item = 0; item < count; ++item) {
-        const KernelColumn* left = items[item].left;
-        const KernelColumn* right = items[item].right;
-        std::size_t columns = items[item].columns;
-        __m256i lanes = _mm256_setzero_si256();
-        // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
-        std::int64_t sum = static_cast<std::int64_t>(columns * 4) << 52;
-        for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
-            lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data()));
-            left += columnsPerSumStep;
-            right += columnsPerSumStep;
-        }
-        const std::size_t masked = columnsPerSumStep - columns;
-        lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data() + masked));
-        sum -= static_cast<std::int64_t>(masked * 4) << 52;
-        const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
-        sums[item] = sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);
+VARNOLIX_AVX2 std::int64_t sumCells(const KernelColumn* left, const KernelColumn* right, int columns) {
+    __m256i lanes = _mm256_setzero_si256();
+    // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
+    std::int64_t sum = static_cast<std::int64_t>(columns * 4) << 52;
+    for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
+        lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data()));
+        left += columnsPerSumStep;
+        right += columnsPerSumStep;
     }
+    const int masked = columnsPerSumStep - columns;
+    lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data() + masked));
+    sum -= static_cast<std::int64_t>(masked * 4) << 52;
+    const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
+    return sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);
 }
 
 }  // namespace
 
 Stages avx2Stages() {
-    return {filterShiftsOf, sumCells};
+    return {filterShifts, sumCells};
 }
 
 bool hasAvx2() {
-    return __builtin_cpu_supports("avx2");
+    return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("popcnt");
 }
 
 }  // namespace varnolix::kernel

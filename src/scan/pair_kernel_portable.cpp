@@ -20,54 +20,53 @@ int distance(const KernelLevels* left, const KernelLevels* right, int columns) {
     return sum;
 }
 
-Candidate* filterShifts(const MotifView& left, const MotifView& right, std::uint32_t partner, const CutoffTable& cutoff,
-                        OuterMotif outer, Candidate* candidates) {
-    const int leftLength = static_cast<int>(left.length);
-    const int rightLength = static_cast<int>(right.length);
+void filterPartner(const LeftMotif& left, const KernelMotifs& motifs, std::uint32_t partner, const CutoffTable& cutoff,
+                   Candidates& candidates) {
     const int least = static_cast<int>(leastKernelColumns);
-    for (int shift = least - leftLength; shift <= rightLength - least; ++shift) {
+    const int rightLength = static_cast<int>(motifs.length(partner));
+    for (int shift = least - left.length; shift <= rightLength - least; ++shift) {
         const int leftStart = std::max(0, -shift);
         const int rightStart = std::max(0, shift);
-        const int columns = std::min(leftLength - leftStart, rightLength - rightStart);
-        Candidate candidate{partner, static_cast<std::int16_t>(shift), static_cast<std::uint8_t>(columns),
-                            allOrientations};
-        if (columns <= mostFilteredColumns) {
-            const KernelLevels* leftLevels = left.levels + leftStart;
-            const KernelLevels* rightLevels = right.levels + rightStart;
-            const int rightReversed = distance(leftLevels, rightLevels + rightLength, columns);
-            const int leftReversed = distance(leftLevels + leftLength, rightLevels, columns);
-            const bool leftIsOuter = outer == OuterMotif::left;
-            const std::array<int, 4> distances = {
-                distance(leftLevels, rightLevels, columns), leftIsOuter ? rightReversed : leftReversed,
-                leftIsOuter ? leftReversed : rightReversed,
-                distance(leftLevels + leftLength, rightLevels + rightLength, columns)};
-            const int smallest = *std::min_element(distances.begin(), distances.end());
-            if (smallest > cutoff.greatestDistance(static_cast<std::size_t>(columns))) {
-                continue;
-            }
-            unsigned orientations = 0;
-            for (std::size_t n = 0; n < distances.size(); ++n) {
-                orientations |= static_cast<unsigned>(distances[n] <= smallest + rivalDistancePerColumn * columns) << n;
-            }
-            candidate.orientations = static_cast<std::uint8_t>(orientations);
+        const int columns = std::min(left.length - leftStart, rightLength - rightStart);
+        const KernelLevels* a = left.levels + leftStart;
+        const KernelLevels* b = motifs.levels(partner) + rightStart;
+        const std::array<int, 4> distances = {distance(a, b, columns), distance(a, b + rightLength, columns),
+                                              distance(a + left.length, b, columns),
+                                              distance(a + left.length, b + rightLength, columns)};
+        const int smallest = *std::min_element(distances.begin(), distances.end());
+        if (smallest > cutoff.greatestDistance(static_cast<std::size_t>(columns))) {
+            continue;
         }
-        *candidates++ = candidate;
+        Rivals rivals = 0;
+        for (std::size_t n = 0; n < distances.size(); ++n) {
+            if (distances[n] <= smallest + rivalDistancePerColumn * columns) {
+                rivals |= oneRival << n * bitsPerRival;
+            }
+        }
+        candidates.rivals[candidates.count] = rivals;
+        candidates.places[candidates.count] = {partner, static_cast<std::int16_t>(shift),
+                                               static_cast<std::uint16_t>(columns)};
+        ++candidates.count;
     }
-    return candidates;
 }
 
-void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
-    for (std::size_t item = 0; item < count; ++item) {
-        const Facing& facing = items[item];
-        std::int64_t sum = 0;
-        for (std::size_t k = 0; k < facing.columns; ++k) {
-            for (std::size_t base = 0; base < 4; ++base) {
-                const double cell = 1.0 - std::fabs(facing.left[k].values[base] - facing.right[k].values[base]);
-                sum += static_cast<std::int64_t>(cell * 0x1p53);
-            }
+void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff, Candidates& candidates) {
+    for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+        if ((partners.lanes >> lane & 1U) != 0) {
+            filterPartner(left, partners.motifs, partners.group.motifs[lane], cutoff, candidates);
         }
-        sums[item] = sum;
     }
+}
+
+std::int64_t sumCells(const KernelColumn* left, const KernelColumn* right, int columns) {
+    std::int64_t sum = 0;
+    for (int k = 0; k < columns; ++k) {
+        for (std::size_t base = 0; base < 4; ++base) {
+            const double cell = 1.0 - std::fabs(left[k].values[base] - right[k].values[base]);
+            sum += static_cast<std::int64_t>(cell * 0x1p53);
+        }
+    }
+    return sum;
 }
 
 }  // namespace
