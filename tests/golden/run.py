@@ -86,7 +86,8 @@ def main():
             for case in args.chosen:
                 rewrite(case, os.path.join(place, "run"), args.limit)
             return 0
-        results = [check(args, case, int(threads), place) for case in args.chosen for threads in args.threads.split(",")]
+        results = [check(args, case, int(threads), place)
+                   for case in args.chosen for threads in args.threads.split(",")]
         failed = results.count(False)
         print("%d passed, %d failed" % (len(results) - failed, failed))
     finally:

@@ -142,7 +142,8 @@ def block(rng, number, motif):
     elif kind < 18:
         text = vertical(rng, motif)
     else:
-        text = rng.choice((">%s\n" % name, "words of no layout\n", ">%s\nacgt\n" % name, "0 0 0 0\n" * 5, "1 -2 3 4\n" * 5))
+        text = rng.choice((">%s\n" % name, "words of no layout\n", ">%s\nacgt\n" % name,
+                           "0 0 0 0\n" * 5, "1 -2 3 4\n" * 5))
     return text + "\n"
 
 

@@ -53,10 +53,11 @@ def table(run, groups, letter, start):
 
 def plot(run, groups, largest_key, across):
     prefix, letter, above = ("Global_Matching_", "G", 3) if across else ("", "I", 2)
-    paths = [run.output_path + prefix + name for name in ("Distance_Matrix.csv", "Phylogenetic_Tree.png", "Plot_File.R")]
-    put(run, paths[0], table(run, groups, letter, float(math.ceil(largest_key + above))))
-    put(run, paths[2], SCRIPT % (escaped(paths[0]), escaped(paths[1])))
-    shell("Rscript " + quoted(paths[2]))
+    stem = run.output_path + prefix
+    csv, image, script = stem + "Distance_Matrix.csv", stem + "Phylogenetic_Tree.png", stem + "Plot_File.R"
+    put(run, csv, table(run, groups, letter, float(math.ceil(largest_key + above))))
+    put(run, script, SCRIPT % (escaped(csv), escaped(image)))
+    shell("Rscript " + quoted(script))
 
 
 def write_body(run, across):
