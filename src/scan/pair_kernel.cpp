@@ -52,7 +52,7 @@ constexpr double levelsPerOne = 255.0;
 constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
 
 // Vector loads run up to this many columns past the end of a motif.
-constexpr std::size_t columnsPastEnd = 3;
+constexpr std::size_t columnsPastEnd = 7;
 
 /// In units, like the sum: the scale by a power of two commutes with rounding.
 double meanInUnits(std::int64_t sum, int columns) {
@@ -84,6 +84,17 @@ KernelLevels levelsOf(const Column& column) {
     std::transform(column.begin(), column.end(), result.levels.begin(),
                    [](double value) { return static_cast<std::uint8_t>(value * levelsPerOne + 0.5); });
     return result;
+}
+
+kernel::Stages stagesOf(KernelCode code) {
+    switch (code) {
+        case KernelCode::avx512:
+            return kernel::avx512Stages();
+        case KernelCode::avx2:
+            return kernel::avx2Stages();
+        default:
+            return kernel::portableStages();
+    }
 }
 
 bool takesPart(const KernelMotifs& motifs, std::size_t motif) {
@@ -138,7 +149,7 @@ class Judge {
         const int least = static_cast<int>(leastKernelColumns);
         const int rightLength = static_cast<int>(rights_.length(partner));
         for (int shift = least - left_.length; shift <= rightLength - least; ++shift) {
-            const int columns = std::min({left_.length, rightLength, left_.length + shift, rightLength - shift});
+            const int columns = kernel::overlapAt(shift, left_.length, rightLength).columns;
             candidates_.rivals[candidates_.count] = kernel::allRivals;
             candidates_.places[candidates_.count] = {partner, static_cast<std::int16_t>(shift),
                                                      static_cast<std::uint16_t>(columns)};
@@ -146,29 +157,41 @@ class Judge {
         }
     }
 
+    /// In passes of few steps each, so that the processor has several candidates under way.
     void judgeAll() {
+        std::size_t tieCount = 0;
+        for (std::size_t n = 0; n < candidates_.count; ++n) {
+            const Rivals rivals = outerView(candidates_.rivals[n]);
+            orientations_[n] = firstOf(rivals);
+            candidates_.rivals[n] = without(rivals, orientations_[n]);
+            facing_[n] = facingOf(orientations_[n], candidates_.places[n]);
+            ties_[tieCount] = n;
+            tieCount += candidates_.rivals[n] != 0;
+        }
+        stages_.sumCells(facing_.data(), candidates_.count, sums_.data());
+        for (std::size_t tie = 0; tie < tieCount; ++tie) {
+            settle(ties_[tie]);
+        }
+        appendKept();
+        candidates_.count = 0;
+    }
+
+    void appendKept() {
         const std::size_t before = scored_.size();
         scored_.resize(before + candidates_.count);
         ScoredShift* result = scored_.data() + before;
         for (std::size_t n = 0; n < candidates_.count; ++n) {
             const Place& place = candidates_.places[n];
-            const Best best = bestOf(outerView(candidates_.rivals[n]), place);
-            result->score = meanScore(best.sum, place.columns);
+            result->score = meanScore(sums_[n], place.columns);
             result->shift = place.shift;
             result->partner = place.partner & partnerMask;
-            result->orientation = best.orientation;
+            result->orientation = orientations_[n];
             result->walks = bothWalks;
             // Written always and kept by moving on: hardly any branch could be foretold here.
-            result += best.sum >= cutoff_.leastSum(place.columns);
+            result += sums_[n] >= cutoff_.leastSum(place.columns);
         }
         scored_.resize(static_cast<std::size_t>(result - scored_.data()));
-        candidates_.count = 0;
     }
-
-    struct Best {
-        std::int64_t sum;
-        Orientation orientation;
-    };
 
     /// Puts the rivals into the order of the orientations.
     Rivals outerView(Rivals rivals) const {
@@ -181,33 +204,41 @@ class Judge {
                second << 2 * bitsPerRival;
     }
 
-    /// A strict running maximum over the means, in the order of the orientations.
-    Best bestOf(Rivals rivals, const Place& place) const {
-        const KernelColumn* left = left_.columns + std::max(0, -place.shift);
-        const KernelColumn* right = rights_.columns(place.partner) + std::max<int>(0, place.shift);
-        const std::ptrdiff_t rightLength = static_cast<std::ptrdiff_t>(rights_.length(place.partner));
-        const auto takeNext = [&]() -> Best {
-            const int n = std::countr_zero(rivals) / bitsPerRival;
-            rivals &= ~(oneRival << n * bitsPerRival);
-            const int first = n >> 1;
-            const int second = n & 1;
-            const int leftReversed = outer_ == OuterMotif::left ? first : second;
-            const int rightReversed = outer_ == OuterMotif::left ? second : first;
-            return {stages_.sumCells(left + leftReversed * left_.length, right + rightReversed * rightLength,
-                                     place.columns),
-                    static_cast<Orientation>(n)};
-        };
-        const int columns = place.columns;
+    static Orientation firstOf(Rivals rivals) {
+        return static_cast<Orientation>(std::countr_zero(rivals) / bitsPerRival);
+    }
+
+    static Rivals without(Rivals rivals, Orientation orientation) {
+        return rivals & ~(oneRival << static_cast<int>(orientation) * bitsPerRival);
+    }
+
+    kernel::Facing facingOf(Orientation orientation, const Place& place) const {
+        const int first = static_cast<int>(orientation) >> 1;
+        const int second = static_cast<int>(orientation) & 1;
+        const int leftReversed = outer_ == OuterMotif::left ? first : second;
+        const int rightReversed = outer_ == OuterMotif::left ? second : first;
+        const int rightLength = static_cast<int>(rights_.length(place.partner));
+        const kernel::Overlap overlap = kernel::overlapAt(place.shift, left_.length, rightLength);
+        return {left_.columns + leftReversed * left_.length + overlap.leftStart,
+                rights_.columns(place.partner) + rightReversed * rightLength + overlap.rightStart, overlap.columns};
+    }
+
+    /// Carries a strict running maximum over the means on from the first rival to the others of candidate n.
+    void settle(std::size_t n) {
+        const int columns = candidates_.places[n].columns;
         const std::int64_t hidden = 2 * cellsPerColumn * columns;
-        Best best = takeNext();
-        while (rivals != 0) {
-            const Best next = takeNext();
-            const std::int64_t lead = next.sum - best.sum;
-            if (lead > hidden || (lead > 0 && meanInUnits(next.sum, columns) > meanInUnits(best.sum, columns))) {
-                best = next;
+        for (Rivals rivals = candidates_.rivals[n]; rivals != 0;) {
+            const Orientation orientation = firstOf(rivals);
+            rivals = without(rivals, orientation);
+            const kernel::Facing facing = facingOf(orientation, candidates_.places[n]);
+            std::int64_t sum = 0;
+            stages_.sumCells(&facing, 1, &sum);
+            const std::int64_t lead = sum - sums_[n];
+            if (lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(sums_[n], columns))) {
+                sums_[n] = sum;
+                orientations_[n] = orientation;
             }
         }
-        return best;
     }
 
     /// Groups hold partners of equal length; here they come back into their order.
@@ -229,10 +260,15 @@ class Judge {
     const KernelMotifs& rights_;
     const CutoffTable& cutoff_;
     const OuterMotif outer_;
-    const kernel::Stages& stages_;
+    const kernel::Stages stages_;
     std::vector<ScoredShift>& kept_;
     std::vector<ScoredShift> scored_;
     Candidates candidates_;
+    // Written before they are read, an element for each candidate.
+    std::array<kernel::Facing, Candidates::room> facing_;
+    std::array<std::int64_t, Candidates::room> sums_;
+    std::array<Orientation, Candidates::room> orientations_;
+    std::array<std::size_t, Candidates::room> ties_;
 };
 
 }  // namespace
@@ -352,8 +388,20 @@ CutoffTable::CutoffTable(double cutoff) {
     }
 }
 
+std::vector<KernelCode> kernelCodes() {
+    std::vector<KernelCode> codes = {KernelCode::portable};
+    if (kernel::hasAvx2()) {
+        codes.push_back(KernelCode::avx2);
+    }
+    if (kernel::hasAvx512()) {
+        codes.push_back(KernelCode::avx512);
+    }
+    return codes;
+}
+
 KernelCode fastestKernelCode() {
-    return kernel::hasAvx2() ? KernelCode::avx2 : KernelCode::portable;
+    static const KernelCode fastest = kernelCodes().back();
+    return fastest;
 }
 
 void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, std::size_t firstPartner,
@@ -362,8 +410,7 @@ void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& r
     if (!takesPart(lefts, i)) {
         return;
     }
-    const kernel::Stages stages = code == KernelCode::avx2 ? kernel::avx2Stages() : kernel::portableStages();
-    Judge judge(lefts, i, rights, cutoff, outer, stages, kept);
+    Judge judge(lefts, i, rights, cutoff, outer, stagesOf(code), kept);
     for (std::size_t block = firstPartner / KernelMotifs::blockSize; block * KernelMotifs::blockSize < lastPartner;
          ++block) {
         judge.takeBlock(block, firstPartner, lastPartner);

@@ -30,16 +30,16 @@ struct alignas(4) KernelLevels {
 };
 
 /// Partners are filtered in groups of this many of equal length, one per lane.
-inline constexpr std::size_t kernelLanes = 4;
+inline constexpr std::size_t kernelLanes = 8;
 
 /// Two neighbouring columns of each motif of a group.
-struct alignas(32) KernelLevelPairs {
+struct alignas(64) KernelLevelPairs {
     std::array<std::array<KernelLevels, 2>, kernelLanes> lanes;
 };
 
 struct KernelGroup {
-    std::array<std::uint32_t, kernelLanes> motifs;  ///< ascending; empty lanes repeat the last motif
-    std::size_t lanes;                              ///< how many are not empty
+    alignas(32) std::array<std::uint32_t, kernelLanes> motifs;  ///< ascending; empty lanes repeat the last motif
+    std::size_t lanes;                                          ///< how many are not empty
     std::size_t length;
     std::size_t firstPairs;
 };
@@ -109,9 +109,10 @@ class CutoffTable {
 enum class OuterMotif { left, right };
 
 /// How the kernel computes. Every way gives the same results.
-enum class KernelCode { portable, avx2 };
+enum class KernelCode { portable, avx2, avx512 };
 
-/// The fastest way that this processor has.
+/// The ways that this processor has, the fastest last.
+std::vector<KernelCode> kernelCodes();
 KernelCode fastestKernelCode();
 
 /// Scores the left motif i with the partners firstPartner .. lastPartner - 1 and appends the alignments at or above the

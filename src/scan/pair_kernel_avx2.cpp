@@ -17,6 +17,7 @@ namespace varnolix::kernel {
 namespace {
 
 constexpr int columnsPerSumStep = 4;
+constexpr std::size_t lanesPerStep = 4;
 
 VARNOLIX_AVX2 inline __m256i load(const void* from) {
     return _mm256_load_si256(static_cast<const __m256i*>(from));
@@ -27,9 +28,10 @@ VARNOLIX_AVX2 inline __m256i spread(const KernelLevels* columns) {
     return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
 }
 
-/// For each lane the distances of both original, right reversed, left reversed, both reversed, as words of 16 bits.
+/// For each of four lanes the distances of both original, right reversed, left reversed, both reversed, as words of 16
+/// bits.
 VARNOLIX_AVX2 inline __m256i distances(const KernelLevels* left, std::size_t leftLength, const KernelLevelPairs* right,
-                                       int columns) {
+                                       std::size_t firstLane, int columns) {
     __m256i original = _mm256_setzero_si256();
     __m256i rightReversed = original;
     __m256i leftReversed = original;
@@ -40,15 +42,16 @@ VARNOLIX_AVX2 inline __m256i distances(const KernelLevels* left, std::size_t lef
         leftReversed = _mm256_add_epi64(leftReversed, _mm256_sad_epu8(aReversed, b));
         bothReversed = _mm256_add_epi64(bothReversed, _mm256_sad_epu8(aReversed, bReversed));
     };
+    const auto lanesOf = [&](std::size_t strand) VARNOLIX_AVX2 { return load(&right[strand].lanes[firstLane]); };
     for (; columns > 2; columns -= 2) {
-        add(spread(left), spread(left + leftLength), load(right), load(right + 1));
+        add(spread(left), spread(left + leftLength), lanesOf(0), lanesOf(1));
         left += 2;
         right += 4;
     }
     // The last step counts one column or two.
     const __m256i mask = _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
     const auto masked = [&](__m256i pair) VARNOLIX_AVX2 { return _mm256_and_si256(pair, mask); };
-    add(masked(spread(left)), masked(spread(left + leftLength)), masked(load(right)), masked(load(right + 1)));
+    add(masked(spread(left)), masked(spread(left + leftLength)), masked(lanesOf(0)), masked(lanesOf(1)));
     const __m256i low = _mm256_or_si256(original, _mm256_slli_epi64(rightReversed, 16));
     const __m256i high = _mm256_or_si256(leftReversed, _mm256_slli_epi64(bothReversed, 16));
     return _mm256_or_si256(low, _mm256_slli_epi64(high, 32));
@@ -68,15 +71,15 @@ VARNOLIX_AVX2 inline __m256i atMost(__m256i words, __m256i limit) {
 }
 
 struct alignas(32) LaneOrder {
-    std::array<std::int32_t, 2 * kernelLanes> halves;
+    std::array<std::int32_t, 2 * lanesPerStep> halves;
 };
 
 /// Element m moves the lanes in the bit mask m to the front.
-constexpr std::array<LaneOrder, 1U << kernelLanes> laneOrders() {
-    std::array<LaneOrder, 1U << kernelLanes> orders{};
+constexpr std::array<LaneOrder, 1U << lanesPerStep> laneOrders() {
+    std::array<LaneOrder, 1U << lanesPerStep> orders{};
     for (std::size_t mask = 0; mask < orders.size(); ++mask) {
         std::size_t front = 0;
-        for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
+        for (std::size_t lane = 0; lane < lanesPerStep; ++lane) {
             if ((mask >> lane & 1U) != 0) {
                 orders[mask].halves[front++] = static_cast<std::int32_t>(2 * lane);
                 orders[mask].halves[front++] = static_cast<std::int32_t>(2 * lane + 1);
@@ -85,40 +88,34 @@ constexpr std::array<LaneOrder, 1U << kernelLanes> laneOrders() {
     }
     return orders;
 }
-constexpr std::array<LaneOrder, 1U << kernelLanes> toFront = laneOrders();
+constexpr std::array<LaneOrder, 1U << lanesPerStep> toFront = laneOrders();
 
-VARNOLIX_AVX2 void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
-                                Candidates& candidates) {
+VARNOLIX_AVX2 void filterLanes(const LeftMotif& left, const Partners& partners, std::size_t firstLane,
+                               const CutoffTable& cutoff, Candidates& candidates) {
     const int least = static_cast<int>(leastKernelColumns);
     const int leftLength = left.length;
     const int rightLength = static_cast<int>(partners.group.length);
     const KernelLevels* leftLevels = left.levels;
     const KernelLevelPairs* rightLevels = partners.motifs.pairs(partners.group);
-    const unsigned wanted = partners.lanes;
+    const unsigned wanted = partners.lanes >> firstLane & ((1U << lanesPerStep) - 1U);
     const __m256i indices =
-        _mm256_cvtepu32_epi64(_mm_loadu_si128(reinterpret_cast<const __m128i*>(partners.group.motifs.data())));
+        _mm256_cvtepu32_epi64(_mm_load_si128(reinterpret_cast<const __m128i*>(&partners.group.motifs[firstLane])));
     std::size_t count = candidates.count;
     for (int shift = least - leftLength; shift <= rightLength - least; ++shift) {
-        const int leftStart = std::max(0, -shift);
-        const int rightStart = std::max(0, shift);
-        const int columns = std::min(leftLength - leftStart, rightLength - rightStart);
-        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(columns));
+        const Overlap overlap = overlapAt(shift, leftLength, rightLength);
+        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(overlap.columns));
         if (greatest < 0) {
             continue;
         }
-        const __m256i words = distances(leftLevels + leftStart, static_cast<std::size_t>(leftLength),
-                                        rightLevels + 2 * rightStart, columns);
+        const __m256i words = distances(leftLevels + overlap.leftStart, static_cast<std::size_t>(leftLength),
+                                        rightLevels + 2 * overlap.rightStart, firstLane, overlap.columns);
         const __m256i smallest = smallestWords(words);
         const __m256i possible = atMost(smallest, _mm256_set1_epi16(static_cast<std::int16_t>(greatest)));
         const unsigned lanes = static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(possible))) & wanted;
-        if (lanes == 0) {
-            continue;
-        }
-        const __m256i rivalDistance = _mm256_set1_epi16(static_cast<std::int16_t>(rivalDistancePerColumn * columns));
-        const __m256i rivals = atMost(words, _mm256_adds_epu16(smallest, rivalDistance));
-        const std::int64_t place = static_cast<std::int64_t>(columns) << 48 | static_cast<std::int64_t>(shift & 0xFFFF)
-                                                                                  << 32;
-        const __m256i places = _mm256_or_si256(indices, _mm256_set1_epi64x(place));
+        const __m256i margin = _mm256_set1_epi16(static_cast<std::int16_t>(rivalDistancePerColumn * overlap.columns));
+        const __m256i rivals = atMost(words, _mm256_adds_epu16(smallest, margin));
+        const __m256i places = _mm256_or_si256(indices, _mm256_set1_epi64x(placeBits(shift, overlap.columns)));
+        // Written always and kept by moving on: a branch would be foretold badly, and spoil the others.
         const __m256i order = load(&toFront[lanes]);
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(&candidates.rivals[count]),
                             _mm256_permutevar8x32_epi32(rivals, order));
@@ -127,6 +124,13 @@ VARNOLIX_AVX2 void filterShifts(const LeftMotif& left, const Partners& partners,
         count += static_cast<std::size_t>(std::popcount(lanes));
     }
     candidates.count = count;
+}
+
+VARNOLIX_AVX2 void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
+                                Candidates& candidates) {
+    for (std::size_t firstLane = 0; partners.lanes >> firstLane != 0; firstLane += lanesPerStep) {
+        filterLanes(left, partners, firstLane, cutoff, candidates);
+    }
 }
 
 constexpr std::int64_t noSign = 0x7FFFFFFFFFFFFFFF;
@@ -161,7 +165,7 @@ VARNOLIX_AVX2 inline __m256i stepUnits(const KernelColumn* left, const KernelCol
     return _mm256_add_epi64(_mm256_add_epi64(column(0), column(1)), _mm256_add_epi64(column(2), column(3)));
 }
 
-VARNOLIX_AVX2 std::int64_t sumCells(const KernelColumn* left, const KernelColumn* right, int columns) {
+VARNOLIX_AVX2 inline std::int64_t sumOf(const KernelColumn* left, const KernelColumn* right, int columns) {
     __m256i lanes = _mm256_setzero_si256();
     // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
     std::int64_t sum = static_cast<std::int64_t>(columns * 4) << 52;
@@ -175,6 +179,12 @@ VARNOLIX_AVX2 std::int64_t sumCells(const KernelColumn* left, const KernelColumn
     sum -= static_cast<std::int64_t>(masked * 4) << 52;
     const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
     return sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);
+}
+
+VARNOLIX_AVX2 void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
+    for (std::size_t n = 0; n < count; ++n) {
+        sums[n] = sumOf(items[n].left, items[n].right, items[n].columns);
+    }
 }
 
 }  // namespace

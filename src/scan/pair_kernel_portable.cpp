@@ -25,11 +25,10 @@ void filterPartner(const LeftMotif& left, const KernelMotifs& motifs, std::uint3
     const int least = static_cast<int>(leastKernelColumns);
     const int rightLength = static_cast<int>(motifs.length(partner));
     for (int shift = least - left.length; shift <= rightLength - least; ++shift) {
-        const int leftStart = std::max(0, -shift);
-        const int rightStart = std::max(0, shift);
-        const int columns = std::min(left.length - leftStart, rightLength - rightStart);
-        const KernelLevels* a = left.levels + leftStart;
-        const KernelLevels* b = motifs.levels(partner) + rightStart;
+        const Overlap overlap = overlapAt(shift, left.length, rightLength);
+        const int columns = overlap.columns;
+        const KernelLevels* a = left.levels + overlap.leftStart;
+        const KernelLevels* b = motifs.levels(partner) + overlap.rightStart;
         const std::array<int, 4> distances = {distance(a, b, columns), distance(a, b + rightLength, columns),
                                               distance(a + left.length, b, columns),
                                               distance(a + left.length, b + rightLength, columns)};
@@ -58,7 +57,7 @@ void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffT
     }
 }
 
-std::int64_t sumCells(const KernelColumn* left, const KernelColumn* right, int columns) {
+std::int64_t sumOf(const KernelColumn* left, const KernelColumn* right, int columns) {
     std::int64_t sum = 0;
     for (int k = 0; k < columns; ++k) {
         for (std::size_t base = 0; base < 4; ++base) {
@@ -67,6 +66,11 @@ std::int64_t sumCells(const KernelColumn* left, const KernelColumn* right, int c
         }
     }
     return sum;
+}
+
+void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
+    std::transform(items, items + count, sums,
+                   [](const Facing& item) { return sumOf(item.left, item.right, item.columns); });
 }
 
 }  // namespace

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdint>
 
 #include "scan/pair_kernel.h"
@@ -23,11 +25,29 @@ struct LeftMotif {
     int length;
 };
 
+/// The columns that face each other at a shift.
+struct Overlap {
+    int leftStart;
+    int rightStart;
+    int columns;
+};
+
+inline Overlap overlapAt(int shift, int leftLength, int rightLength) {
+    const int leftStart = std::max(0, -shift);
+    const int rightStart = std::max(0, shift);
+    return {leftStart, rightStart, std::min(leftLength - leftStart, rightLength - rightStart)};
+}
+
 struct Place {
     std::uint32_t partner;
     std::int16_t shift;
     std::uint16_t columns;
 };
+
+/// A place without its partner as a number, into which the partner can be or-ed where bytes run from the lowest on.
+inline std::int64_t placeBits(int shift, int columns) {
+    return std::bit_cast<std::int64_t>(Place{0, static_cast<std::int16_t>(shift), static_cast<std::uint16_t>(columns)});
+}
 
 /// Orientations that may be the best of an alignment: four words of 16 bits, from the lowest on, for both original,
 /// right one reversed, left one reversed, both reversed; nonzero if so.
@@ -58,8 +78,15 @@ struct Partners {
 /// the group have at most mostFilteredColumns columns.
 using FilterShifts = void (*)(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
                               Candidates& candidates);
-/// The sum of the cells of columns that face each other, in units of 2^-53.
-using SumCells = std::int64_t (*)(const KernelColumn* left, const KernelColumn* right, int columns);
+/// Columns of the left and the right motif that face each other.
+struct Facing {
+    const KernelColumn* left;
+    const KernelColumn* right;
+    int columns;
+};
+
+/// Writes the sums of the cells of each of the `count` items, in units of 2^-53.
+using SumCells = void (*)(const Facing* items, std::size_t count, std::int64_t* sums);
 
 struct Stages {
     FilterShifts filterShifts;
@@ -68,7 +95,9 @@ struct Stages {
 
 Stages portableStages();
 Stages avx2Stages();
-/// Whether avx2Stages() can run here.
+Stages avx512Stages();
+/// Whether these can run here.
 bool hasAvx2();
+bool hasAvx512();
 
 }  // namespace varnolix::kernel

@@ -42,14 +42,6 @@ unsigned long numberFromEnvironment(const char* name, unsigned long fallback) {
     return text == nullptr ? fallback : std::strtoul(text, nullptr, 10);
 }
 
-std::vector<KernelCode> codesOfThisProcessor() {
-    std::vector<KernelCode> codes = {KernelCode::portable};
-    if (fastestKernelCode() != KernelCode::portable) {
-        codes.push_back(fastestKernelCode());
-    }
-    return codes;
-}
-
 Matrix reverseComplement(const Matrix& matrix) {
     Matrix result(matrix.rbegin(), matrix.rend());
     for (Column& column : result) {
@@ -275,7 +267,7 @@ std::size_t comparePool(const std::vector<data>& motifs, double cutoff) {
                     plainShifts(motifs[left], motifs[right], static_cast<std::uint32_t>(right), cutoff, outer);
                 expected.insert(expected.end(), ofPair.begin(), ofPair.end());
             }
-            for (const KernelCode code : codesOfThisProcessor()) {
+            for (const KernelCode code : kernelCodes()) {
                 kept.clear();
                 scoreShifts(prepared, left, prepared, left + 1, motifs.size(), table, outer, kept, code);
                 EXPECT_EQ(kept, expected) << "left " << left << " outer " << static_cast<int>(outer) << " code "
@@ -326,7 +318,7 @@ TEST(PairKernel, EqualsPlainFormAcrossBlocksOfPartners) {
     NastySource source(7);
     const std::vector<data> motifs = source.pool(KernelMotifs::blockSize + 40, 9);
     const std::size_t first = KernelMotifs::blockSize - 30;
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         Shifts expected;
         for (std::size_t right = first; right < motifs.size() - 3; ++right) {
             const Shifts ofPair =
@@ -352,7 +344,7 @@ TEST(PairKernel, TiesGoToTheEarlierOrientation) {
     // The reverse complement of this motif is the motif, so that all four scores are 1.
     const Matrix palindrome = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
     const std::vector<data> motifs(2, motifOf(palindrome));
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             const Shifts kept = kernelShifts(motifs, 0, 1, 2, 1.0, outer, code);
             ASSERT_EQ(kept.size(), 1u);
@@ -369,7 +361,7 @@ TEST(PairKernel, NamesTheReversedMotifFromTheOuterView) {
     const std::vector<data> motifs = {motifOf(left), motifOf(right)};
     // Left original with right reversed and left reversed with right original both score 1: the former comes first when
     // the left motif is the outer one, the latter when the right one is. Both are called "second reversed" then.
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             const Shifts kept = kernelShifts(motifs, 0, 1, 2, 1.0, outer, code);
             ASSERT_EQ(kept.size(), 1u);
@@ -386,7 +378,7 @@ TEST(PairKernel, SettlesScoresThatDifferByLessThanRounding) {
     right.revCompMatrix = left.matrix;
     right.revCompMatrix[0] = {0.5 + 0x1p-53, 0.5, 0, 0};
     const std::vector<data> motifs = {left, right};
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             EXPECT_EQ(kernelShifts(motifs, 0, 1, 2, 0.75, outer, code), plainShifts(left, right, 1, 0.75, outer));
         }
@@ -398,7 +390,7 @@ TEST(PairKernel, KeepsScoreEqualToCutoff) {
     const Matrix left = {{1, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}};
     const Matrix right = {{1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {0, 1, 0, 0}};
     const std::vector<data> motifs = {motifOf(left), motifOf(right)};
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         const Shifts kept = kernelShifts(motifs, 0, 1, 2, 0.75, OuterMotif::left, code);
         ASSERT_EQ(kept.size(), 1u);
         EXPECT_EQ(kept[0].score, 0.75);
@@ -409,7 +401,7 @@ TEST(PairKernel, KeepsScoreEqualToCutoff) {
 TEST(PairKernel, CutoffsOutsideTheScoresKeepAllOrNothing) {
     NastySource source(3);
     const std::vector<data> motifs = {motifOf(source.matrix(9)), motifOf(source.matrix(12))};
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         for (const double cutoff : {0.0, -1.0, -std::numeric_limits<double>::infinity()}) {
             EXPECT_EQ(kernelShifts(motifs, 0, 1, 2, cutoff, OuterMotif::left, code).size(), 9u + 12u - 7u);
         }
@@ -441,7 +433,7 @@ TEST(PairKernel, LeavesInexactAndShortMotifsAlone) {
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
         EXPECT_EQ(prepared.isExact(motif), expected[motif]) << motif;
     }
-    for (const KernelCode code : codesOfThisProcessor()) {
+    for (const KernelCode code : kernelCodes()) {
         const Shifts kept = kernelShifts(motifs, 0, 1, motifs.size(), 1.0, OuterMotif::left, code);
         EXPECT_EQ(kept, plainShifts(motifs[0], motifs[7], 7, 1.0, OuterMotif::left));
         for (std::size_t left = 1; left < 7; ++left) {
