@@ -3,6 +3,7 @@ import ctypes
 import math
 import re
 from fractions import Fraction
+from functools import lru_cache
 
 LIBC = ctypes.CDLL(None)
 LIBC.strtod.restype = ctypes.c_double
@@ -70,6 +71,7 @@ def extended(value):
     return round_to_bits(value, EXTENDED_BITS)
 
 
+@lru_cache(maxsize=None)
 def mean_of_units(units, count):
     """units / CELL_UNITS / count, first rounded to the widest type and then to double."""
     return float(extended(Fraction(units, CELL_UNITS * count)))

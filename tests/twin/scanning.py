@@ -1,4 +1,6 @@
 """Scans of motif pairs in plain form, and the bounds that turn scores into the sort key."""
+from functools import lru_cache
+
 from arithmetic import CELL_UNITS, EXACT_COLUMNS, mean_in_order, mean_of_units
 from records import LEAST_OVERLAP, ORIGINAL, REVERSE, Alignment
 
@@ -10,10 +12,21 @@ def is_frequency_matrix(matrix):
     return all(0.0 <= value <= 1.0 for column in matrix for value in column)
 
 
+def cells(x, y):
+    """The four cells of a column pair."""
+    return [MAX_SCORE - abs(a - b) for a, b in zip(x, y)]
+
+
+@lru_cache(maxsize=None)
+def units(x, y):
+    """Sum of the cells of two columns of frequencies, exact; remembered, since every offset meets them again."""
+    return sum(int(cell * CELL_UNITS) for cell in cells(x, y))
+
+
 class Side:
     """The two strands of a motif under scan."""
     def __init__(self, matrix, reverse):
-        self.strands = (matrix, reverse)
+        self.strands = [[tuple(column) for column in strand] for strand in (matrix, reverse)]
         self.length = len(matrix)
         self.plain = is_frequency_matrix(matrix)
 
@@ -24,25 +37,13 @@ class PairScan:
     def __init__(self, one, two, cutoff):
         self.one, self.two, self.cutoff = one, two, cutoff
         self.exact = one.plain and two.plain
-        self.known = {}
-
-    def cells(self, strand1, column1, strand2, column2):
-        x, y = self.one.strands[strand1][column1], self.two.strands[strand2][column2]
-        return [MAX_SCORE - abs(a - b) for a, b in zip(x, y)]
-
-    def units(self, *place):
-        """Sum of the cells of one column pair, in units; remembered, since every offset meets it again."""
-        if place not in self.known:
-            self.known[place] = sum(int(cell * CELL_UNITS) for cell in self.cells(*place))
-        return self.known[place]
 
     def score(self, strand1, strand2, columns):
         """Mean of the cells of the column pairs, in their order."""
-        count = 4 * len(columns)
-        places = [(strand1, column1, strand2, column2) for column1, column2 in columns]
+        one, two, count = self.one.strands[strand1], self.two.strands[strand2], 4 * len(columns)
         if self.exact and len(columns) <= EXACT_COLUMNS:
-            return mean_of_units(sum(self.units(*place) for place in places), count)
-        return mean_in_order([cell for place in places for cell in self.cells(*place)], count)
+            return mean_of_units(sum([units(one[c1], two[c2]) for c1, c2 in columns]), count)
+        return mean_in_order([cell for c1, c2 in columns for cell in cells(one[c1], two[c2])], count)
 
     def best(self, columns):
         """(score, formats) of the best orientation; a tie goes to the earlier one."""
