@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "scan/scored_shift.h"
+
 // The records of the program and its globals, with their start values in shared_records.cpp. Stages read their settings
 // and input here and leave their results here; the algorithms below them take parameters and touch no global.
 
@@ -174,6 +176,10 @@ extern combinedMatrices mergedMatrix;  ///< the merging step under work; keeps i
 extern std::vector<fileNameAndType> FileNameType;  ///< dialogue
 extern std::vector<data> Datasets;                 ///< input motifs, in reading order
 extern std::vector<data> DatabaseDatasets;         ///< motifs of the reference collection
+/// The matrices of the motifs as the text reports print them, each made when it is first printed.
+extern std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
+/// The scored alignments of each input motif with those behind it, from forwardScan for backwardScan.
+extern std::vector<std::vector<ScoredShift>> scannedPairs;
 /// All records, each list in the order in which one thread walks the pairs: forward records first, then backward ones.
 /// Grouped by the motif stored first, or, against the collection, by the input motif.
 extern RecordLists DatasetsCombinedScoreLists;

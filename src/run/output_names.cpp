@@ -1,0 +1,58 @@
+#include "run/output_names.h"
+
+#include <cstdlib>
+#include <ctime>
+
+#include "run/run_text.h"
+#include "run/shared_records.h"
+
+namespace varnolix {
+
+namespace {
+
+constexpr std::size_t inputFolderLength = 7;
+
+struct OutputName {
+    std::string& name;
+    std::string& location;
+};
+
+}  // namespace
+
+std::string resultFolder(const std::string& inputFolder) {
+    const bool shortens = inputFolder.size() >= inputFolderLength;
+    return inputFolder.substr(0, shortens ? inputFolder.size() - inputFolderLength : inputFolder.size()) + "result/";
+}
+
+std::string makeJobID() {
+    std::srand(static_cast<unsigned>(std::time(nullptr)));
+    const int number = std::rand() % 9000 + 1000;
+    const std::string now = getCurrDateTimeFormat();
+    return "J_" + now.substr(0, now.find('_')) + "_" + numberToString(number) + "_";
+}
+
+void nameOutputFiles() {
+    const OutputName names[] = {
+        {outputFile, outputFileLocation},
+        {outputFileWithoutMotif, outputFileWithoutMotifLocation},
+        {outputGlobalMatchingFile, outputFileGlobalMatchingLocation},
+        {outputHTMLFile, outputHTMLFileLocation},
+        {outputHTMLGlobalMatchingFile, outputHTMLGlobalMatchingFileLocation},
+        {outputDatabaseMatchingFile, outputDatabaseMatchingFileLocation},
+        {outputDatabaseMatchingFileWithoutMotif, outputDatabaseMatchingFileWithoutMotifLocation},
+        {outputDatabaseMatchingHTMLFile, outputDatabaseMatchingHTMLFileLocation},
+        {outputDatabaseMatchingGlobalMatchingFile, outputDatabaseMatchingGlobalMatchingFileLocation},
+        {outputDatabaseMatchingGlobalMatchingHTMLFile, outputDatabaseMatchingGlobalMatchingHTMLFileLocation},
+        {outputCombinedMatrixGlobalFile, outputCombinedMatrixGlobalFileLocation},
+        {outputCombinedMatrixGlobalAndLocalFile, outputCombinedMatrixGlobalAndLocalFileLocation},
+        {outputCombinedMatrixBestMatchesFile, outputCombinedMatrixBestMatchesFileLocation},
+        {outputPhylogeneticTreeHTMLFile, outputPhylogeneticTreeHTMLFileLocation},
+        {outputPhylogeneticTreeGlobalHTMLFile, outputPhylogeneticTreeGlobalHTMLFileLocation},
+    };
+    for (const OutputName& output : names) {
+        output.name.insert(0, jobID);
+        output.location = outputPath + output.name;
+    }
+}
+
+}  // namespace varnolix
