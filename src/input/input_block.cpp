@@ -1,0 +1,106 @@
+#include "input/input_block.h"
+
+#include <charconv>
+#include <cstdlib>
+#include <utility>
+
+#include "input/getConsensusString.h"
+#include "input/getRevCompMotif.h"
+#include "run/checks.h"
+
+namespace varnolix {
+
+namespace {
+
+constexpr std::string_view tokenBorders = " \t";
+constexpr std::string_view strippedAtLineEnd = " \n\r\t";
+
+}  // namespace
+
+Row splitTokens(std::string_view line) {
+    Row tokens;
+    std::size_t from = line.find_first_not_of(tokenBorders);
+    while (from != std::string_view::npos) {
+        const std::size_t to = line.find_first_of(tokenBorders, from);
+        tokens.push_back(line.substr(from, to - from));
+        from = line.find_first_not_of(tokenBorders, to);
+    }
+    return tokens;
+}
+
+std::string_view stripLineEnd(std::string_view line) {
+    return line.substr(0, line.find_last_not_of(strippedAtLineEnd) + 1);
+}
+
+bool readWholeFile(const std::string& path, std::string& text) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file.is_open()) return false;
+    text.clear();
+    std::vector<char> part(std::size_t{1} << 20);
+    while (file.read(part.data(), static_cast<std::streamsize>(part.size())) || file.gcount() > 0) {
+        text.append(part.data(), static_cast<std::size_t>(file.gcount()));
+    }
+    return true;
+}
+
+double parseNumber(std::string_view token) {
+    // strtod takes more than from_chars does (signs, hexadecimal, "inf"), so only plain decimals go the quick way.
+    if (checkNumeric(token)) {
+        double value = 0;
+        if (std::from_chars(token.data(), token.data() + token.size(), value).ec == std::errc{}) return value;
+    }
+    return std::strtod(std::string(token).c_str(), nullptr);
+}
+
+Column frequencies(const Column& values) {
+    const double sum = values[0] + values[1] + values[2] + values[3];
+    return {values[0] / sum, values[1] / sum, values[2] / sum, values[3] / sum};
+}
+
+Column frequenciesOfTokens(const Row& row, std::size_t first) {
+    return frequencies({parseNumber(row[first]), parseNumber(row[first + 1]), parseNumber(row[first + 2]),
+                        parseNumber(row[first + 3])});
+}
+
+bool fourNumeric(const Row& row, std::size_t first) {
+    return checkNumeric(row[first]) && checkNumeric(row[first + 1]) && checkNumeric(row[first + 2]) &&
+           checkNumeric(row[first + 3]);
+}
+
+std::string nameOrNA(std::string_view token) {
+    return token.size() > 1 ? std::string(token.substr(1)) : std::string("NA");
+}
+
+Matrix positionsFromBaseRows(const std::array<std::vector<double>, 4>& rows) {
+    Matrix matrix;
+    matrix.reserve(rows[0].size());
+    for (std::size_t position = 0; position < rows[0].size(); ++position) {
+        Column values{};
+        for (std::size_t base = 0; base < rows.size(); ++base) {
+            if (position < rows[base].size()) values[base] = rows[base][position];
+        }
+        matrix.push_back(frequencies(values));
+    }
+    return matrix;
+}
+
+void deriveForms(data& motif) {
+    motif.consensus = getConsensusString(motif.matrix);
+    motif.revCompMatrix = getRevCompMotif(motif.matrix);
+    motif.revCompConsensus = getConsensusString(motif.revCompMatrix);
+}
+
+void appendMotif(std::string name, Matrix matrix, int fileIndex) {
+    FileNameType[static_cast<std::size_t>(fileIndex)].motifCount = mNum;
+    Matrices.matrixID = matrixIDNum;
+    Matrices.motifName = std::move(name);
+    Matrices.datasetNum = dNum;
+    Matrices.motifNum = mNum;
+    Matrices.matrix = std::move(matrix);
+    deriveForms(Matrices);
+    Datasets.push_back(Matrices);
+    ++mNum;
+    ++matrixIDNum;
+}
+
+}  // namespace varnolix

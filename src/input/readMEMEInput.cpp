@@ -1,0 +1,11 @@
+#include "input/readMEMEInput.h"
+
+#include "input/readRawPSSMInput.h"
+
+namespace varnolix {
+
+void readMEMEInput(const Block& rows, int fileIndex) {
+    appendMotif("Motif " + std::to_string(matrixIDNum), matrixOfNumericRows(rows), fileIndex);
+}
+
+}  // namespace varnolix
