@@ -1,0 +1,13 @@
+#include "scan/forwardScan.h"
+
+#include "run/shared_records.h"
+#include "scan/pair_scan.h"
+
+namespace varnolix {
+
+void forwardScan() {
+    scannedPairs = scanAllPairs(Datasets, simCutoff);
+    appendRecordsOfPairs(Direction::forward, scannedPairs, Datasets, DatasetsCombinedScoreLists);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,134 @@
+#include "scan/pair_scan.h"
+
+#include <algorithm>
+
+#include "scan/plain_score.h"
+
+namespace varnolix {
+
+namespace {
+
+Strands strandsOf(const data& motif) {
+    return {motif.matrix, motif.revCompMatrix};
+}
+
+/// Calls use(partner, shifts) for the pairs of a row, in their order.
+template <class Use>
+void forEachPair(std::span<const ScoredShift> row, Use use) {
+    for (auto from = row.begin(); from != row.end();) {
+        const std::uint32_t partner = from->partner;
+        const auto to = std::find_if(from, row.end(), [&](const ScoredShift& kept) { return kept.partner != partner; });
+        use(partner, std::span(from, to));
+        from = to;
+    }
+}
+
+/// The part of a row whose partners lie in first .. last - 1.
+std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, std::size_t first, std::size_t last) {
+    const auto isBefore = [](const ScoredShift& kept, std::size_t partner) { return kept.partner < partner; };
+    const auto from = std::lower_bound(row.begin(), row.end(), first, isBefore);
+    const auto to = std::lower_bound(from, row.end(), last, isBefore);
+    return std::span(from, to);
+}
+
+PairLengths lengthsOf(const data& left, const data& right) {
+    return {static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
+}
+
+}  // namespace
+
+PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff)
+    : lefts_(lefts),
+      rights_(rights),
+      kernelLefts_(lefts),
+      kernelRights_(rights),
+      cutoffTable_(cutoff),
+      cutoff_(cutoff) {}
+
+void PairScan::scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
+                            std::vector<ScoredShift>& kept) const {
+    std::size_t unscored = first;
+    for (std::size_t right = first; right < last; ++right) {
+        if (kernelLefts_.isExact(left) && kernelRights_.isExact(right)) continue;
+        scoreShifts(kernelLefts_, left, kernelRights_, unscored, right, cutoffTable_, outer, kept);
+        appendPlainShifts(strandsOf(lefts_[left]), strandsOf(rights_[right]), outer, static_cast<std::uint32_t>(right),
+                          overlap, maxScore, cutoff_, kept);
+        unscored = right + 1;
+    }
+    scoreShifts(kernelLefts_, left, kernelRights_, unscored, last, cutoffTable_, outer, kept);
+}
+
+ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff) {
+    const PairScan scan(motifs, motifs, cutoff);
+    ShiftRows rows(motifs.size());
+    // Rows get shorter towards the end of the list, so they are handed out one by one.
+#pragma omp parallel for schedule(dynamic)
+    for (std::size_t left = 0; left < motifs.size(); ++left) {
+        scan.scanPartners(left, left + 1, motifs.size(), OuterMotif::left, rows[left]);
+    }
+    return rows;
+}
+
+ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
+                      double cutoff) {
+    const PairScan scan(lefts, rights, cutoff);
+    ShiftRows rows(lefts.size());
+#pragma omp parallel for schedule(dynamic)
+    for (const std::size_t left : chosen) {
+        scan.scanPartners(left, 0, rights.size(), OuterMotif::left, rows[left]);
+    }
+    return rows;
+}
+
+void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
+                       std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list) {
+    const bool leftFirst = sliding == Sliding::left;
+    const bool outerFirst = leftFirst == (outer == OuterMotif::left);
+    const StoredIDs ids =
+        leftFirst ? StoredIDs{left.matrixID, right.matrixID} : StoredIDs{right.matrixID, left.matrixID};
+    const PrimaryFlag flag = outerFirst ? PrimaryFlag::yes : PrimaryFlag::empty;
+    const PairLengths lengths = lengthsOf(left, right);
+    forEachOffset(direction, sliding, lengths, shifts, [&](const ScoredShift& kept, int offset) {
+        list.push_back(makeRecord(kept, offset, direction, flag, ids, lengths));
+    });
+}
+
+void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs,
+                          RecordLists& lists) {
+    lists.resize(motifs.size());
+    // A list holds the records with partners before its motif first, which come from the rows of these partners, then
+    // those of its own row. Each thread fills the lists of one block of motifs, walking the rows in their order.
+    constexpr std::size_t blockSize = 64;
+    const std::size_t blocks = (motifs.size() + blockSize - 1) / blockSize;
+#pragma omp parallel for schedule(dynamic)
+    for (std::size_t block = 0; block < blocks; ++block) {
+        const std::size_t blockFirst = block * blockSize;
+        const std::size_t blockLast = std::min(blockFirst + blockSize, motifs.size());
+        for (std::size_t outer = 0; outer < blockLast; ++outer) {
+            const auto append = [&](Sliding sliding) {
+                return [&, sliding](std::uint32_t inner, std::span<const ScoredShift> shifts) {
+                    appendPairRecords(direction, sliding, OuterMotif::left, motifs[outer], motifs[inner], shifts,
+                                      lists[sliding == Sliding::left ? outer : inner]);
+                };
+            };
+            forEachPair(partnersWithin(rows[outer], blockFirst, blockLast), append(Sliding::right));
+            if (outer >= blockFirst) forEachPair(rows[outer], append(Sliding::left));
+        }
+    }
+}
+
+void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
+                          std::span<const data> rights, RecordLists& lists) {
+    lists.resize(lefts.size());
+#pragma omp parallel for schedule(dynamic)
+    for (std::size_t left = 0; left < lefts.size(); ++left) {
+        forEachPair(rows[left], [&](std::uint32_t right, std::span<const ScoredShift> shifts) {
+            for (const Sliding sliding : {Sliding::left, Sliding::right}) {
+                appendPairRecords(direction, sliding, OuterMotif::left, lefts[left], rights[right], shifts,
+                                  lists[left]);
+            }
+        });
+    }
+}
+
+}  // namespace varnolix

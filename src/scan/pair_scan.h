@@ -1,0 +1,57 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "run/shared_records.h"
+#include "scan/pair_kernel.h"
+#include "scan/region_rule.h"
+#include "scan/scored_shift.h"
+
+// The scan of motif pairs, for every list of motifs that is compared with another: the kernel takes the pairs it can,
+// the plain form the others.
+
+namespace varnolix {
+
+/// The kept alignments of motifs with their partners: row i holds those of the left motif i, by partner and shift.
+using ShiftRows = std::vector<std::vector<ScoredShift>>;
+
+/// Two lists of motifs laid out for scoring. The lists must outlive it.
+class PairScan {
+  public:
+    PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff);
+
+    /// Appends the kept alignments of the left motif with the right ones first .. last - 1, by partner and shift.
+    void scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
+                      std::vector<ScoredShift>& kept) const;
+
+  private:
+    std::span<const data> lefts_;
+    std::span<const data> rights_;
+    KernelMotifs kernelLefts_;
+    KernelMotifs kernelRights_;
+    CutoffTable cutoffTable_;
+    double cutoff_;
+};
+
+/// The kept alignments of each motif with those behind it in the list; rows are shared out among the threads.
+ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff);
+
+/// The kept alignments of the motifs `lefts[chosen[k]]` with all of `rights`; the rows of the others stay empty.
+ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
+                      double cutoff);
+
+/// Appends the records of this direction of one pair's region: those in which the sliding motif is stored first.
+void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
+                       std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list);
+
+/// Appends to the list of each motif the records of this direction in which it is stored first. Both motifs of a pair
+/// store records, those of the outer motif in its own list and those of the inner motif in that one's.
+void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
+
+/// Appends to the list of each left motif the records of this direction of its pairs: per pair those that store it
+/// first, then those that store the partner first.
+void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
+                          std::span<const data> rights, RecordLists& lists);
+
+}  // namespace varnolix

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <algorithm>
+#include <span>
+
+#include "run/shared_records.h"
+#include "scan/scored_shift.h"
+
+// Which records the scans make of the scored alignments of a pair, and in which order.
+//
+// A scan of a pair has two regions: in the first the outer motif slides along the inner one, in the second the inner
+// one slides. With B sliding along the fixed A, offset p puts the first column of B on column p of A (forward), or the
+// last column of B p columns before the last column of A (backward), for p = 0 .. len(A) - overlap, and B is stored
+// first. Both ways the two motifs lie on each other over a whole diagonal, so an alignment is told by its shift, and
+// each shift stands for one record in each direction, or for two where the offset is 0 in both regions. Tested by
+// region_rule_test.cpp against the walk of the six regions.
+
+namespace varnolix {
+
+struct PairLengths {
+    int left;
+    int right;
+};
+
+/// The motif of the pair that slides along the other.
+enum class Sliding { left, right };
+
+/// Number of columns compared where column k of the left motif faces column k + shift of the right one.
+constexpr int overlapAt(PairLengths lengths, int shift) {
+    return std::min(lengths.left, lengths.right - shift) - std::max(0, -shift);
+}
+
+/// Smallest and largest shift of a pair, as alignments have at least `leastOverlap` columns.
+constexpr int leastShift(PairLengths lengths, int leastOverlap) {
+    return leastOverlap - lengths.left;
+}
+constexpr int mostShift(PairLengths lengths, int leastOverlap) {
+    return lengths.right - leastOverlap;
+}
+
+/// Offset p of the shift in the region where this motif slides; below 0 where that region does not reach it.
+constexpr int offsetAt(Direction direction, Sliding sliding, PairLengths lengths, int shift) {
+    const int fromStart = direction == Direction::forward ? shift : lengths.right - lengths.left - shift;
+    return sliding == Sliding::left ? fromStart : -fromStart;
+}
+
+/// Calls use(shift, offset) for the alignments of one pair that one region records, by ascending offset.
+/// @param shifts the kept alignments of the pair, by ascending shift
+template <class Use>
+void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, std::span<const ScoredShift> shifts,
+                   Use use) {
+    const Walks walk = direction == Direction::forward ? forwardWalk : backwardWalk;
+    const auto visit = [&](const ScoredShift& kept) {
+        const int offset = offsetAt(direction, sliding, lengths, kept.shift);
+        if (offset >= 0 && (kept.walks & walk) != 0) use(kept, offset);
+    };
+    const bool offsetsAscend = (direction == Direction::forward) == (sliding == Sliding::left);
+    if (offsetsAscend) {
+        std::for_each(shifts.begin(), shifts.end(), visit);
+    } else {
+        std::for_each(shifts.rbegin(), shifts.rend(), visit);
+    }
+}
+
+/// Format of the motif stored first, and of the one stored second. They follow the label, and the label names the outer
+/// motif first, so the formats are crossed in records that store the inner motif first. The reports print them so.
+constexpr MatchingFormat firstFormat(Orientation orientation) {
+    return orientation == Orientation::firstReversed || orientation == Orientation::bothReversed
+               ? MatchingFormat::reverseComplement
+               : MatchingFormat::originalMotif;
+}
+
+constexpr MatchingFormat secondFormat(Orientation orientation) {
+    return orientation == Orientation::secondReversed || orientation == Orientation::bothReversed
+               ? MatchingFormat::reverseComplement
+               : MatchingFormat::originalMotif;
+}
+
+/// Ids of the motifs of a record, in the order in which they are stored.
+struct StoredIDs {
+    int first;
+    int second;
+};
+
+inline dataCombinedScore makeRecord(const ScoredShift& kept, int offset, Direction direction, PrimaryFlag flag,
+                                    StoredIDs ids, PairLengths lengths) {
+    constexpr std::uint32_t fieldMask = (1U << 30U) - 1U;
+    dataCombinedScore record{};
+    record.matrixID1 = ids.first;
+    record.matrixID2 = ids.second;
+    record.position = static_cast<std::uint32_t>(offset + 1) & fieldMask;
+    record.direction = direction;
+    record.primaryFlag = flag;
+    record.overlap = static_cast<std::uint32_t>(overlapAt(lengths, kept.shift)) & fieldMask;
+    record.matchingFormat1 = firstFormat(kept.orientation);
+    record.matchingFormat2 = secondFormat(kept.orientation);
+    record.similarityScore = kept.score;
+    return record;
+}
+
+}  // namespace varnolix
