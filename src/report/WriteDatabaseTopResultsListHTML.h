@@ -1,0 +1,12 @@
+#pragma once
+
+#include <vector>
+
+#include "run/shared_records.h"
+
+namespace varnolix {
+
+/// Appends the best matches of the motif with this id to the page of the reference collection.
+void WriteDatabaseTopResultsListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
+
+}  // namespace varnolix

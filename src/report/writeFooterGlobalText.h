@@ -1,0 +1,8 @@
+#pragma once
+
+namespace varnolix {
+
+/// Appends the footer to the text report of the global matching.
+void writeFooterGlobalText();
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "report/writeFooterHTMLOrPDFDatabaseMatch.h"
+
+#include "report/page_frame.h"
+
+namespace varnolix {
+
+void writeFooterHTMLOrPDFDatabaseMatch() {
+    writePageFooter(reports::databasePage);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "report/writeFooterText.h"
+
+#include "report/text_frame.h"
+
+namespace varnolix {
+
+void writeFooterText() {
+    writeTextFooter(reports::full);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace varnolix {
+
+/// Appends the footer to the text report of the matches against the reference collection without matrices.
+void writeFooterTextWithoutMotifDatabaseMatch();
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "report/writeHeaderGlobalTextDatabaseMatch.h"
+
+#include "report/text_frame.h"
+
+namespace varnolix {
+
+void writeHeaderGlobalTextDatabaseMatch() {
+    writeTextHeader(reports::databaseGlobal);
+}
+
+}  // namespace varnolix
