@@ -1,0 +1,30 @@
+#include "rank/best_matches.h"
+
+#include <algorithm>
+
+namespace varnolix {
+
+std::vector<commonBestMatches> rankBySum(const RecordLists& bestMatches) {
+    std::vector<commonBestMatches> ranking;
+    ranking.reserve(bestMatches.size());
+    for (const std::vector<dataCombinedScore>& list : bestMatches) {
+        double sum = 0.0;
+        for (const dataCombinedScore& record : list) sum += record.combinedScore;
+        ranking.push_back({static_cast<int>(ranking.size()) + 1, sum});
+    }
+    std::sort(ranking.begin(), ranking.end(), [](const commonBestMatches& left, const commonBestMatches& right) {
+        return left.sumCombinedScore < right.sumCombinedScore;
+    });
+    return ranking;
+}
+
+std::vector<int> topMotifs(const std::vector<commonBestMatches>& ranking, const RecordLists& bestMatches, int most) {
+    std::vector<int> top;
+    for (const commonBestMatches& motif : ranking) {
+        if (top.size() == static_cast<std::size_t>(most)) break;
+        if (!bestMatches[static_cast<std::size_t>(motif.matrixID - 1)].empty()) top.push_back(motif.matrixID);
+    }
+    return top;
+}
+
+}  // namespace varnolix

@@ -1,0 +1,143 @@
+#include "rank/getResultsList.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "rank/input_ranking.h"
+#include "rank/report_passes.h"
+#include "report/WriteTopResultsGlobalMatchingList.h"
+#include "report/WriteTopResultsGlobalMatchingListHTML.h"
+#include "report/WriteTopResultsList.h"
+#include "report/WriteTopResultsListHTML.h"
+#include "report/WriteTopResultsListWithoutMotif.h"
+#include "report/result_text.h"
+#include "run/shared_records.h"
+
+namespace varnolix {
+
+namespace {
+
+using Records = std::vector<dataCombinedScore>;
+
+constexpr const char* reverseTitle = "Reverse complement motif";
+
+const ReportPass fullPass{reports::full, PassForm::text, WriteTopResultsList};
+const ReportPass briefPass{reports::brief, PassForm::brief, WriteTopResultsListWithoutMotif};
+const ReportPass globalPass{reports::global, PassForm::text,
+                            [](const Records& list, int, long id) { WriteTopResultsGlobalMatchingList(list, id); }};
+const ReportPass fullPagePass{reports::fullPage, PassForm::page, WriteTopResultsListHTML};
+const ReportPass globalPagePass{reports::globalPage, PassForm::page, [](const Records& list, int, long id) {
+                                    WriteTopResultsGlobalMatchingListHTML(list, id);
+                                }};
+
+bool isTypeAll() {
+    return outputFileType == "All";
+}
+
+std::vector<int> motifsWithMatches(const RecordLists& bestMatches) {
+    std::vector<int> ids;
+    for (std::size_t motif = 0; motif < bestMatches.size(); ++motif) {
+        if (!bestMatches[motif].empty()) ids.push_back(static_cast<int>(motif) + 1);
+    }
+    return ids;
+}
+
+RecordLists groupsOf(const std::vector<int>& motifs, const RecordLists& bestMatches) {
+    RecordLists groups;
+    for (const int id : motifs) groups.push_back(bestMatches[static_cast<std::size_t>(id - 1)]);
+    return groups;
+}
+
+void writeWalk(const ReportWalk& walk, std::initializer_list<ReportPass> passes) {
+    for (const ReportPass& pass : passesForFormat(passes)) writePass(walk, pass);
+}
+
+/// The top motifs of the matching across files.
+void writeTopWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
+    const ReportWalk walk{
+        " Top " + std::to_string(numTopMotif) + " Significant Motifs - Global Matching (Highest to Lowest) ",
+        66,
+        66,
+        " Best Matches for Top Significant Motif ID ",
+        63,
+        63,
+        reverseTitle,
+        topMode,
+        bestMatches,
+        std::move(motifs),
+        numFile == 1};
+    if (isTypeAll()) {
+        writeWalk(walk, {fullPass, briefPass, globalPass, fullPagePass, globalPagePass});
+    } else {
+        writeWalk(walk, {globalPass, globalPagePass});
+    }
+}
+
+/// The top motifs of the matching within and across files.
+void writeSignificantWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
+    const ReportWalk walk{" Significant Motifs - Global and Local Matching (Highest to Lowest) ",
+                          64,
+                          64,
+                          " Best Matches for Significant Motif ID ",
+                          67,
+                          62,
+                          reverseTitle,
+                          topMode,
+                          bestMatches,
+                          std::move(motifs),
+                          false};
+    writeWalk(walk, {fullPass, briefPass, fullPagePass});
+}
+
+void writeEachMotifWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
+    const ReportWalk walk{" Best Matches for Each Motif (Highest to Lowest) ",
+                          70,
+                          77,
+                          " Best Matches for Motif ID ",
+                          72,
+                          72,
+                          reverseTitle,
+                          eachMotifMode,
+                          bestMatches,
+                          std::move(motifs),
+                          false};
+    writeWalk(walk, {fullPass, briefPass, fullPagePass});
+}
+
+void keepDistances(InputRankings& rankings) {
+    // Pairs without a record lie farther apart than any that has one, in the table across files by one more.
+    maxSumScoreCompare = std::max(maxSumScoreCompare, rankings.largestCombinedScore);
+    distanceMatrix = std::move(rankings.local.distances);
+    distanceMatrix.unmatched = std::ceil(maxSumScoreCompare + 2);
+    distanceMatrixGlobal = std::move(rankings.global.distances);
+    distanceMatrixGlobal.unmatched = std::ceil(maxSumScoreCompare + 3);
+}
+
+}  // namespace
+
+void getResultsList() {
+    InputRankings rankings =
+        rankInput(DatasetsCombinedScoreLists, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
+    if (motifCluster == "Y") keepDistances(rankings);
+    const RecordLists& localMatches = rankings.local.bestMatches;
+    const RecordLists& globalMatches = rankings.global.bestMatches;
+    globalMatchingScoreResultList = std::move(rankings.global.ranking);
+    commonBestScoreResultList = std::move(rankings.local.ranking);
+
+    const std::vector<int> topGlobal = topMotifs(globalMatchingScoreResultList, globalMatches, numTopMotif);
+    const std::vector<int> topLocal = topMotifs(commonBestScoreResultList, localMatches, numTopMotif);
+    const std::vector<int> matched = motifsWithMatches(localMatches);
+    topGlobalMatchingResults = groupsOf(topGlobal, globalMatches);
+    if (combinedMotifFlag == "Y" && isTypeAll()) {
+        topGlobalAndLocalMatchingResults = groupsOf(topLocal, localMatches);
+        topBestMatchesResults = groupsOf(matched, localMatches);
+    }
+
+    writeTopWalk(globalMatches, topGlobal);
+    if (!isTypeAll()) return;
+    writeSignificantWalk(localMatches, topLocal);
+    writeEachMotifWalk(localMatches, matched);
+}
+
+}  // namespace varnolix

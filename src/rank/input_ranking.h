@@ -1,0 +1,37 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "rank/best_matches.h"
+#include "run/shared_records.h"
+
+// The best matches of every input motif and the ranking of the motifs. Local lists hold all records of a motif, global
+// lists those between motifs of different files.
+
+namespace varnolix {
+
+/// One of the two rankings.
+struct InputRanking {
+    RecordLists bestMatches;  ///< element m - 1 belongs to motif m, empty lists among them
+    std::vector<commonBestMatches> ranking;
+    DistanceTable distances;  ///< filled where the tree is asked for
+};
+
+struct RankingSettings {
+    int mostMatches;
+    bool isGlobalAsked;     ///< several files
+    bool isDistancesAsked;  ///< the tree
+};
+
+struct InputRankings {
+    InputRanking local;
+    InputRanking global;
+    double largestCombinedScore = 0.0;  ///< over all records; known where the tree is asked for
+};
+
+/// Selects and ranks, the motifs shared out among the threads.
+/// @param lists the records of each motif, grouped by the motif stored first
+InputRankings rankInput(const RecordLists& lists, const std::vector<data>& motifs, const RankingSettings& settings);
+
+}  // namespace varnolix
