@@ -35,13 +35,11 @@ motifs_in() {
     esac
 }
 
-# build_target TARGET: configures once and builds a target of the release preset; quick when it is up to date.
+# build_target TARGET: configures and builds a target of the release preset; quick when it is up to date.
 build_target() {
     cd "$project" || exit
-    if [[ ! -f build/release/build.ninja ]]; then
-        say "Configuring (cmake --preset release)"
-        cmake --preset release
-    fi
+    say "Configuring (cmake --preset release)"
+    cmake --preset release
     say "Building (cmake --build --preset release --target $1)"
     cmake --build --preset release --target "$1"
 }

@@ -15,7 +15,7 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
-text_packages=(g++ cmake ninja-build libgtest-dev python3)
+text_packages=(g++ cmake ninja-build libgtest-dev libgmock-dev python3)
 default_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core poppler-utils
                   r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape)
 chromium_packages=(chromium)

@@ -7,7 +7,7 @@ from script_project import ScriptTest, read, write
 
 REAL = ("bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh", "tail",
         "timeout", "tr", "xargs")
-TEXT_SET = {"g++", "cmake", "ninja-build", "libgtest-dev", "python3"}
+TEXT_SET = {"g++", "cmake", "ninja-build", "libgtest-dev", "libgmock-dev", "python3"}
 
 
 class Setup(ScriptTest):
@@ -72,7 +72,7 @@ class Setup(ScriptTest):
         done, lines = self.run_setup("--text", "--if-missing")
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertEqual(lines[0], "apt-get -q update")
-        self.assertEqual(self.asked_for(lines), {"cmake", "ninja-build", "libgtest-dev"})
+        self.assertEqual(self.asked_for(lines), {"cmake", "ninja-build", "libgtest-dev", "libgmock-dev"})
         self.assertEqual(lines[-1], "prove --text")
 
     def test_each_choice_has_its_packages(self):
@@ -102,7 +102,7 @@ class Setup(ScriptTest):
                 done, lines = self.run_setup("--text")
                 self.assertEqual(done.returncode, 1)
                 self.assertIn("    apt-get update && apt-get install -y --no-install-recommends "
-                              "ninja-build libgtest-dev\n", done.stderr)
+                              "ninja-build libgtest-dev libgmock-dev\n", done.stderr)
                 self.assertFalse([line for line in lines if line.startswith(("apt-get", "prove"))])
 
     def test_a_failed_installation_ends_it(self):
@@ -135,7 +135,7 @@ class Setup(ScriptTest):
     def test_a_system_without_debian_packages_gets_their_names(self):
         done, _ = self.run_setup("--text")
         self.assertEqual(done.returncode, 1)
-        self.assertIn("g++ cmake ninja-build libgtest-dev python3", done.stderr)
+        self.assertIn("g++ cmake ninja-build libgtest-dev libgmock-dev python3", done.stderr)
 
     def test_refuses_unknown_options(self):
         for script in ("setup.sh", "demo.sh", "test.sh"):
