@@ -30,7 +30,7 @@ def parse():
     parser.add_argument("--limit", type=float, default=20.0, metavar="S", help="time limit of one run (20)")
     parser.add_argument("--rewrite", action="store_true", help="write expected/ anew from the twin")
     parser.add_argument("--list", action="store_true", help="print the names of the cases and end")
-    args = parser.parse_args()
+    args = parser.parse_intermixed_args()
     if args.rewrite or args.list:
         args.cases = [name for name in [args.binary] if name] + args.cases
     elif not args.binary or not os.access(args.binary, os.X_OK) or os.path.isdir(args.binary):
