@@ -27,4 +27,12 @@ std::vector<int> topMotifs(const std::vector<commonBestMatches>& ranking, const 
     return top;
 }
 
+std::vector<int> motifsWithMatches(const RecordLists& bestMatches) {
+    std::vector<int> ids;
+    for (std::size_t motif = 0; motif < bestMatches.size(); ++motif) {
+        if (!bestMatches[motif].empty()) ids.push_back(static_cast<int>(motif) + 1);
+    }
+    return ids;
+}
+
 }  // namespace varnolix

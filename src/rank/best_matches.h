@@ -76,4 +76,7 @@ std::vector<commonBestMatches> rankBySum(const RecordLists& bestMatches);
 /// The ids of the first `most` motifs of a ranking whose lists are not empty.
 std::vector<int> topMotifs(const std::vector<commonBestMatches>& ranking, const RecordLists& bestMatches, int most);
 
+/// The ids of the motifs whose lists are not empty, ascending.
+std::vector<int> motifsWithMatches(const RecordLists& bestMatches);
+
 }  // namespace varnolix

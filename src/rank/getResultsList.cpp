@@ -35,14 +35,6 @@ bool isTypeAll() {
     return outputFileType == "All";
 }
 
-std::vector<int> motifsWithMatches(const RecordLists& bestMatches) {
-    std::vector<int> ids;
-    for (std::size_t motif = 0; motif < bestMatches.size(); ++motif) {
-        if (!bestMatches[motif].empty()) ids.push_back(static_cast<int>(motif) + 1);
-    }
-    return ids;
-}
-
 RecordLists groupsOf(const std::vector<int>& motifs, const RecordLists& bestMatches) {
     RecordLists groups;
     for (const int id : motifs) groups.push_back(bestMatches[static_cast<std::size_t>(id - 1)]);

@@ -2,28 +2,51 @@
 
 #include <iostream>
 
+#include "database/readJasparDatabase.h"
+#include "database/readTransfacDatabase.h"
+#include "database/readUniprobeDatabase.h"
 #include "input/printFileNameTypeCount.h"
 #include "input/readInput.h"
 #include "input/writeMotifInput.h"
+#include "rank/getDatabaseGlobalResultsList.h"
+#include "rank/getDatabaseResultsList.h"
 #include "rank/getResultsList.h"
 #include "rank/report_passes.h"
 #include "report/writeFooterGlobalHTMLOrPDF.h"
+#include "report/writeFooterGlobalHTMLOrPDFDatabaseMatch.h"
 #include "report/writeFooterGlobalText.h"
+#include "report/writeFooterGlobalTextDatabaseMatch.h"
 #include "report/writeFooterHTMLOrPDF.h"
+#include "report/writeFooterHTMLOrPDFDatabaseMatch.h"
 #include "report/writeFooterText.h"
+#include "report/writeFooterTextDatabaseMatch.h"
 #include "report/writeFooterTextWithoutMotif.h"
+#include "report/writeFooterTextWithoutMotifDatabaseMatch.h"
 #include "report/writeHeaderGlobalHTMLOrPDF.h"
+#include "report/writeHeaderGlobalHTMLOrPDFDatabaseMatch.h"
 #include "report/writeHeaderGlobalText.h"
+#include "report/writeHeaderGlobalTextDatabaseMatch.h"
 #include "report/writeHeaderHTMLOrPDF.h"
+#include "report/writeHeaderHTMLOrPDFDatabaseMatch.h"
 #include "report/writeHeaderText.h"
+#include "report/writeHeaderTextDatabaseMatch.h"
 #include "report/writeHeaderTextWithoutMotif.h"
+#include "report/writeHeaderTextWithoutMotifDatabaseMatch.h"
 #include "run/runDialogue.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
 #include "scan/backwardScan.h"
+#include "scan/backwardScanDatabase.h"
+#include "scan/backwardScanDatabaseGlobal.h"
 #include "scan/calculateSumScoresCompare.h"
+#include "scan/calculateSumScoresCompareDatabase.h"
+#include "scan/calculateSumScoresCompareDatabaseGlobal.h"
 #include "scan/forwardScan.h"
+#include "scan/forwardScanDatabase.h"
+#include "scan/forwardScanDatabaseGlobal.h"
 #include "scan/getMaxScores.h"
+#include "scan/getMaxScoresDatabase.h"
+#include "scan/getMaxScoresDatabaseGlobal.h"
 
 // The whole run, top to bottom. Every stage reads the globals that the stages above it filled and leaves its results in
 // globals; there is no way back from a stage to the dialogue.
@@ -38,6 +61,13 @@ void when(bool condition, Stages... stages) {
     if (condition) (stages(), ...);
 }
 
+/// Reads the chosen reference collection.
+void readDatabase() {
+    if (DBName == "transfac") readTransfacDatabase();
+    if (DBName.starts_with("jaspar")) readJasparDatabase();
+    if (DBName.starts_with("uniprobe")) readUniprobeDatabase();
+}
+
 }  // namespace
 
 int main() {
@@ -45,6 +75,7 @@ int main() {
     runDialogue();
     const bool isText = writesText();
     const bool isPage = writesPages();
+    const bool isDatabase = DBName.size() > 1;
     const bool isAll = outputFileType == "All";
 
     start = omp_get_wtime();
@@ -64,21 +95,41 @@ int main() {
 
     // Every report that the answers ask for exists from here on, with its header.
     when(isText, writeHeaderGlobalText);
+    when(isText && isDatabase, writeHeaderGlobalTextDatabaseMatch);
     when(isPage, writeHeaderGlobalHTMLOrPDF);
+    when(isPage && isDatabase, writeHeaderGlobalHTMLOrPDFDatabaseMatch);
     when(isAll && isText, writeHeaderText, writeHeaderTextWithoutMotif);
     when(isAll && isPage, writeHeaderHTMLOrPDF);
+    when(isAll && isDatabase && isText, writeHeaderTextDatabaseMatch, writeHeaderTextWithoutMotifDatabaseMatch);
+    when(isAll && isDatabase && isPage, writeHeaderHTMLOrPDFDatabaseMatch);
 
     // Best matches and top motifs are known and reported.
     getResultsList();
+
+    if (isDatabase) {
+        // The collection is in DatabaseDatasets, and its matches are reported.
+        readDatabase();
+        when(isAll, forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase, calculateSumScoresCompareDatabase,
+             getDatabaseResultsList);
+        forwardScanDatabaseGlobal();
+        backwardScanDatabaseGlobal();
+        getMaxScoresDatabaseGlobal();
+        calculateSumScoresCompareDatabaseGlobal();
+        getDatabaseGlobalResultsList();
+    }
 
     stop = omp_get_wtime();
     wtime = stop - start;
 
     // The run time is known: the reports are closed by their footers.
     when(isText, writeFooterGlobalText);
+    when(isText && isDatabase, writeFooterGlobalTextDatabaseMatch);
     when(isPage, writeFooterGlobalHTMLOrPDF);
+    when(isPage && isDatabase, writeFooterGlobalHTMLOrPDFDatabaseMatch);
     when(isAll && isText, writeFooterText, writeFooterTextWithoutMotif);
     when(isAll && isPage, writeFooterHTMLOrPDF);
+    when(isAll && isDatabase && isText, writeFooterTextDatabaseMatch, writeFooterTextWithoutMotifDatabaseMatch);
+    when(isAll && isDatabase && isPage, writeFooterHTMLOrPDFDatabaseMatch);
 
     std::cout << "Your output files have been saved in " << outputPath << "\n\nRuntime: " << wtime << " seconds.\n";
     return 0;

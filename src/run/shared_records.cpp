@@ -76,7 +76,7 @@ combinedMatrices mergedMatrix;
 std::vector<fileNameAndType> FileNameType;
 std::vector<data> Datasets, DatabaseDatasets;
 std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
-std::vector<std::vector<ScoredShift>> scannedPairs;
+std::vector<std::vector<ScoredShift>> scannedPairs, scannedDatabasePairs;
 RecordLists DatasetsCombinedScoreLists, DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
 std::vector<maxScores> maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList;
 std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingScoreResultList;

@@ -180,6 +180,8 @@ extern std::vector<data> DatabaseDatasets;         ///< motifs of the reference 
 extern std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
 /// The scored alignments of each input motif with those behind it, from forwardScan for backwardScan.
 extern std::vector<std::vector<ScoredShift>> scannedPairs;
+/// The same against the reference collection, from a forward scan for the backward scan behind it.
+extern std::vector<std::vector<ScoredShift>> scannedDatabasePairs;
 /// All records, each list in the order in which one thread walks the pairs: forward records first, then backward ones.
 /// Grouped by the motif stored first, or, against the collection, by the input motif.
 extern RecordLists DatasetsCombinedScoreLists;

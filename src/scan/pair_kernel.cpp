@@ -63,6 +63,13 @@ double meanScore(std::int64_t sum, int columns) {
     return meanInUnits(sum, columns) * unit;
 }
 
+/// Whether the mean of the first sum is greater than that of the second.
+bool isBetter(std::int64_t sum, std::int64_t best, int columns) {
+    const std::int64_t hidden = 2 * cellsPerColumn * columns;
+    const std::int64_t lead = sum - best;
+    return lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(best, columns));
+}
+
 std::int64_t mostUnits(int columns) {
     return static_cast<std::int64_t>(cellsPerColumn * columns) << 53;
 }
@@ -159,21 +166,41 @@ class Judge {
 
     /// In passes of few steps each, so that the processor has several candidates under way.
     void judgeAll() {
-        std::size_t tieCount = 0;
+        std::size_t ties = 0;
         for (std::size_t n = 0; n < candidates_.count; ++n) {
-            const Rivals rivals = outerView(candidates_.rivals[n]);
-            orientations_[n] = firstOf(rivals);
-            candidates_.rivals[n] = without(rivals, orientations_[n]);
+            candidates_.rivals[n] = outerView(candidates_.rivals[n]);
+            orientations_[n] = takeRival(n);
             facing_[n] = facingOf(orientations_[n], candidates_.places[n]);
-            ties_[tieCount] = n;
-            tieCount += candidates_.rivals[n] != 0;
+            tied_[ties] = static_cast<std::uint16_t>(n);
+            ties += candidates_.rivals[n] != 0;
         }
         stages_.sumCells(facing_.data(), candidates_.count, sums_.data());
-        for (std::size_t tie = 0; tie < tieCount; ++tie) {
-            settle(ties_[tie]);
+        while (ties != 0) {
+            ties = settleNextRivals(ties);
         }
         appendKept();
         candidates_.count = 0;
+    }
+
+    /// Lets the next rival of each tied candidate challenge the best so far, as a strict running maximum over the means
+    /// does. Returns the number of candidates that are still tied.
+    std::size_t settleNextRivals(std::size_t ties) {
+        for (std::size_t tie = 0; tie < ties; ++tie) {
+            challengers_[tie] = takeRival(tied_[tie]);
+            facing_[tie] = facingOf(challengers_[tie], candidates_.places[tied_[tie]]);
+        }
+        stages_.sumCells(facing_.data(), ties, challengingSums_.data());
+        std::size_t left = 0;
+        for (std::size_t tie = 0; tie < ties; ++tie) {
+            const std::uint16_t n = tied_[tie];
+            if (isBetter(challengingSums_[tie], sums_[n], candidates_.places[n].columns)) {
+                sums_[n] = challengingSums_[tie];
+                orientations_[n] = challengers_[tie];
+            }
+            tied_[left] = n;
+            left += candidates_.rivals[n] != 0;
+        }
+        return left;
     }
 
     void appendKept() {
@@ -204,12 +231,11 @@ class Judge {
                second << 2 * bitsPerRival;
     }
 
-    static Orientation firstOf(Rivals rivals) {
-        return static_cast<Orientation>(std::countr_zero(rivals) / bitsPerRival);
-    }
-
-    static Rivals without(Rivals rivals, Orientation orientation) {
-        return rivals & ~(oneRival << static_cast<int>(orientation) * bitsPerRival);
+    /// Takes the first orientation out of the rivals of candidate n.
+    Orientation takeRival(std::size_t n) {
+        const int orientation = std::countr_zero(candidates_.rivals[n]) / bitsPerRival;
+        candidates_.rivals[n] &= ~(oneRival << orientation * bitsPerRival);
+        return static_cast<Orientation>(orientation);
     }
 
     kernel::Facing facingOf(Orientation orientation, const Place& place) const {
@@ -221,24 +247,6 @@ class Judge {
         const kernel::Overlap overlap = kernel::overlapAt(place.shift, left_.length, rightLength);
         return {left_.columns + leftReversed * left_.length + overlap.leftStart,
                 rights_.columns(place.partner) + rightReversed * rightLength + overlap.rightStart, overlap.columns};
-    }
-
-    /// Carries a strict running maximum over the means on from the first rival to the others of candidate n.
-    void settle(std::size_t n) {
-        const int columns = candidates_.places[n].columns;
-        const std::int64_t hidden = 2 * cellsPerColumn * columns;
-        for (Rivals rivals = candidates_.rivals[n]; rivals != 0;) {
-            const Orientation orientation = firstOf(rivals);
-            rivals = without(rivals, orientation);
-            const kernel::Facing facing = facingOf(orientation, candidates_.places[n]);
-            std::int64_t sum = 0;
-            stages_.sumCells(&facing, 1, &sum);
-            const std::int64_t lead = sum - sums_[n];
-            if (lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(sums_[n], columns))) {
-                sums_[n] = sum;
-                orientations_[n] = orientation;
-            }
-        }
     }
 
     /// Groups hold partners of equal length; here they come back into their order.
@@ -268,7 +276,10 @@ class Judge {
     std::array<kernel::Facing, Candidates::room> facing_;
     std::array<std::int64_t, Candidates::room> sums_;
     std::array<Orientation, Candidates::room> orientations_;
-    std::array<std::size_t, Candidates::room> ties_;
+    std::array<std::uint16_t, Candidates::room> tied_;
+    // The same for those that are tied.
+    std::array<std::int64_t, Candidates::room> challengingSums_;
+    std::array<Orientation, Candidates::room> challengers_;
 };
 
 }  // namespace
@@ -291,7 +302,7 @@ void KernelMotifs::build(std::span<const Strands> motifs) {
     std::size_t columns = columnsPastEnd;
     motifs_.reserve(motifs.size());
     for (const Strands& strands : motifs) {
-        motifs_.push_back({0, strands[0]->size(), canBeExact(strands)});
+        motifs_.push_back({0, static_cast<std::uint32_t>(strands[0]->size()), canBeExact(strands)});
         columns += 2 * strands[0]->size();
     }
     columns_.reserve(columns);

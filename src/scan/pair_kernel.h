@@ -71,7 +71,7 @@ class KernelMotifs {
   private:
     struct Motif {
         std::size_t firstColumn;
-        std::size_t length;
+        std::uint32_t length;
         bool isExact;
     };
 

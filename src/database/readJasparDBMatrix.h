@@ -1,0 +1,11 @@
+#pragma once
+
+#include "input/input_block.h"
+
+namespace varnolix {
+
+/// Makes reference motifs of the rows of a Jaspar collection file: headers and rows of values by base.
+/// Fills: DatabaseDatasets.
+void readJasparDBMatrix(const Block& rows);
+
+}  // namespace varnolix

@@ -1,0 +1,12 @@
+#include "database/readJasparDatabase.h"
+
+#include "database/collection_reading.h"
+#include "database/readJasparDBMatrix.h"
+
+namespace varnolix {
+
+void readJasparDatabase() {
+    readCollection(readJasparDBMatrix);
+}
+
+}  // namespace varnolix

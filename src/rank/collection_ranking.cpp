@@ -1,0 +1,61 @@
+#include "rank/collection_ranking.h"
+
+#include <unordered_map>
+
+#include "rank/best_matches.h"
+#include "report/result_text.h"
+#include "run/record_fields.h"
+
+namespace varnolix {
+
+namespace {
+
+/// For each reference motif the place of the first one with its name.
+std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
+    std::unordered_map<std::string_view, std::uint32_t> firstPlaces;
+    std::vector<std::uint32_t> places;
+    for (const data& motif : references) {
+        places.push_back(
+            firstPlaces.try_emplace(motif.motifName, static_cast<std::uint32_t>(places.size())).first->second);
+    }
+    return places;
+}
+
+}  // namespace
+
+RecordLists matchesInCollection(const RecordLists& lists, const std::vector<data>& references, int mostMatches) {
+    const std::vector<std::uint32_t> places = namePlaces(references);
+    // The input motif is the outer one, so the partner is the inner one.
+    const auto partnerOf = [&places](const dataCombinedScore& record) {
+        return places[static_cast<std::size_t>(innerMatrixID(record) - 1)];
+    };
+    RecordLists bestMatches(lists.size());
+#pragma omp parallel
+    {
+        BestMatchScratch scratch;
+#pragma omp for schedule(dynamic)
+        for (std::size_t motif = 0; motif < lists.size(); ++motif) {
+            gatherKeys(lists[motif], scratch, [](const dataCombinedScore&) { return true; });
+            bestMatches[motif] = selectBestMatches(lists[motif], collectionRule(mostMatches), scratch, partnerOf);
+        }
+    }
+    return bestMatches;
+}
+
+void writeCollectionSections(const RecordLists& lists, std::initializer_list<ReportPass> passes) {
+    const RecordLists bestMatches = matchesInCollection(lists, DatabaseDatasets, numBestMatches);
+    const ReportWalk walk{" Best Matches in Database for Each Motif (Highest to Lowest) ",
+                          70,
+                          65,
+                          " Best Matches for Motif ID ",
+                          72,
+                          72,
+                          "Reserve complement motif",
+                          eachMotifMode,
+                          bestMatches,
+                          motifsWithMatches(bestMatches),
+                          false};
+    for (const ReportPass& pass : passesForFormat(passes)) writePass(walk, pass);
+}
+
+}  // namespace varnolix

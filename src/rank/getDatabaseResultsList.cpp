@@ -1,0 +1,18 @@
+#include "rank/getDatabaseResultsList.h"
+
+#include "rank/collection_ranking.h"
+#include "report/WriteDatabaseTopResultsList.h"
+#include "report/WriteDatabaseTopResultsListHTML.h"
+#include "report/WriteDatabaseTopResultsListWithoutMotif.h"
+
+namespace varnolix {
+
+void getDatabaseResultsList() {
+    if (outputFileType != "All") return;
+    writeCollectionSections(DatasetsCombinedScoreDatabaseLists,
+                            {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
+                             {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
+                             {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});
+}
+
+}  // namespace varnolix
