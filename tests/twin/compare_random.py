@@ -63,7 +63,16 @@ def relative(rng, motif):
     return copy
 
 
+def equal_motifs(rng, count):
+    """A few motifs of whole letters, many times: ties in every list."""
+    columns = [[10 * (base == letter) for base in range(4)] for letter in range(4)]
+    parents = [rng.choices(columns, k=rng.randint(4, 7)) for _ in range(rng.randint(1, 3))]
+    return [rng.choice(parents) for _ in range(count)]
+
+
 def families(rng, count):
+    if rng.random() < 0.2:
+        return equal_motifs(rng, count)
     motifs = []
     while len(motifs) < count:
         parent = random_motif(rng)
@@ -121,10 +130,16 @@ def alignment(rng, motif):
     return "\n".join(rows) + "\n"
 
 
+def odd_numbers(rng, length):
+    """Vertical rows of what strtod takes: negative values, sums of zero, behind a whole first number."""
+    values = ("-1", "-0.25", "0", "0", "1", "2", "0.5", "3.5", "7", "1e1")
+    return "1 2 3 4\n" + "".join(" ".join(rng.choices(values, k=4)) + "\n" for _ in range(length))
+
+
 def block(rng, number, motif):
     """One motif in one of the layouts, now and then in a bad one, closed by an empty line."""
     name = rng.choice(("m%d" % number, "motif-%d" % number, "same", "n%d<&>'x" % number))
-    kind = rng.randrange(19)
+    kind = rng.randrange(20)
     if kind < 4:
         text = ">%s\n%s" % (name, vertical(rng, motif))
     elif kind < 7:
@@ -141,6 +156,8 @@ def block(rng, number, motif):
         text = horizontal(rng, motif)
     elif kind < 18:
         text = vertical(rng, motif)
+    elif kind < 19:
+        text = odd_numbers(rng, len(motif))
     else:
         text = rng.choice((">%s\n" % name, "words of no layout\n", ">%s\nacgt\n" % name,
                            "0 0 0 0\n" * 5, "1 -2 3 4\n" * 5))
