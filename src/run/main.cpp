@@ -12,6 +12,11 @@
 #include "rank/getDatabaseResultsList.h"
 #include "rank/getResultsList.h"
 #include "rank/report_passes.h"
+#include "report/convertHTMLToPDF.h"
+#include "report/convertHTMLToPDFDatabaseMatch.h"
+#include "report/convertHTMLToPDFGlobal.h"
+#include "report/convertHTMLToPDFGlobalDatabaseMatch.h"
+#include "report/writeDatabaseMotif.h"
 #include "report/writeFooterGlobalHTMLOrPDF.h"
 #include "report/writeFooterGlobalHTMLOrPDFDatabaseMatch.h"
 #include "report/writeFooterGlobalText.h"
@@ -32,6 +37,7 @@
 #include "report/writeHeaderTextDatabaseMatch.h"
 #include "report/writeHeaderTextWithoutMotif.h"
 #include "report/writeHeaderTextWithoutMotifDatabaseMatch.h"
+#include "report/writeMotif.h"
 #include "run/runDialogue.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
@@ -87,6 +93,8 @@ int main() {
     printFileNameTypeCount();
     std::cout << "Processing input ...\n";
 
+    when(isPage, writeMotif);
+
     // All alignments at or above the cutoff, each with its sort key.
     forwardScan();
     backwardScan();
@@ -109,6 +117,7 @@ int main() {
     if (isDatabase) {
         // The collection is in DatabaseDatasets, and its matches are reported.
         readDatabase();
+        when(isPage, writeDatabaseMotif);
         when(isAll, forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase, calculateSumScoresCompareDatabase,
              getDatabaseResultsList);
         forwardScanDatabaseGlobal();
@@ -130,6 +139,14 @@ int main() {
     when(isAll && isPage, writeFooterHTMLOrPDF);
     when(isAll && isDatabase && isText, writeFooterTextDatabaseMatch, writeFooterTextWithoutMotifDatabaseMatch);
     when(isAll && isDatabase && isPage, writeFooterHTMLOrPDFDatabaseMatch);
+
+    // Pages are finished, so they can be converted.
+    if (writesPDF()) {
+        convertHTMLToPDFGlobal();
+        when(isDatabase, convertHTMLToPDFGlobalDatabaseMatch);
+        when(isAll, convertHTMLToPDF);
+        when(isAll && isDatabase, convertHTMLToPDFDatabaseMatch);
+    }
 
     std::cout << "Your output files have been saved in " << outputPath << "\n\nRuntime: " << wtime << " seconds.\n";
     return 0;

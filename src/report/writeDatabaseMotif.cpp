@@ -1,0 +1,11 @@
+#include "report/writeDatabaseMotif.h"
+
+#include "report/writeDatabaseMotifImage.h"
+
+namespace varnolix {
+
+void writeDatabaseMotif() {
+    for (const data& motif : DatabaseDatasets) writeDatabaseMotifImage(motif.matrix, motif.matrixID);
+}
+
+}  // namespace varnolix

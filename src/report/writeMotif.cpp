@@ -1,0 +1,11 @@
+#include "report/writeMotif.h"
+
+#include "report/writeMotifImage.h"
+
+namespace varnolix {
+
+void writeMotif() {
+    for (const data& motif : Datasets) writeMotifImage(motif.matrix, motif.matrixID);
+}
+
+}  // namespace varnolix
