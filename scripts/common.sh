@@ -35,6 +35,13 @@ motifs_in() {
     esac
 }
 
+# count_motifs FILE: the same in words.
+count_motifs() {
+    local count
+    count="$(motifs_in "$1")"
+    if (( count == 1 )); then echo "1 motif"; else echo "$count motifs"; fi
+}
+
 # build_target TARGET: configures and builds a target of the release preset; quick when it is up to date.
 build_target() {
     cd "$project" || exit

@@ -55,6 +55,5 @@ fresh="$(mktemp "$target.XXXXXX")"
 trap 'rm -f "$fresh"' EXIT
 python3 "$here/convert_collection.py" "$layout" "$source_file" > "$fresh"
 chmod 644 "$fresh"
-count="$(motifs_in "$fresh")"
 mv -f "$fresh" "$target"
-say "$name: $count motifs in $target"
+say "$name: $(count_motifs "$target") in $target"

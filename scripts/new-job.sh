@@ -86,7 +86,7 @@ missing=0
 while read -r number name file; do
     link_project_file "$project/databases/$file" "$job/databases/$file"
     if [[ -f $job/databases/$file ]]; then
-        printf '  %4s  %-20s %s motifs\n' "$number" "$name" "$(motifs_in "$job/databases/$file")"
+        printf '  %4s  %-20s %s\n' "$number" "$name" "$(count_motifs "$job/databases/$file")"
     else
         printf '  %4s  %-20s not installed\n' "$number" "$name"
         missing=$((missing + 1))

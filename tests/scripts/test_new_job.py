@@ -85,10 +85,12 @@ class NewJob(ScriptTest):
     def test_links_and_lists_installed_collections(self):
         self.collection("jaspar/jaspar_pfm_fungi.txt", ">a b\n>c d\n")
         self.collection("transfac/transfac.txt", "AC  M1\n//\nAC  M2\n//\nAC  M3\n//\n")
+        self.collection("uniprobe/uniprobe_worm.txt", ">a b\n")
         job, printed = self.make("job")
         self.assertRegex(printed, r"(?m)^ +1  jasparAll +not installed$")
         self.assertRegex(printed, r"(?m)^ +2  jasparFungi +2 motifs$")
         self.assertRegex(printed, r"(?m)^ +8  transfac +3 motifs$")
+        self.assertRegex(printed, r"(?m)^ +12  uniprobeWorm +1 motif$")
         self.assertEqual(read(os.path.join(job, "databases/jaspar/jaspar_pfm_fungi.txt")), ">a b\n>c d\n")
         self.assertFalse(os.path.lexists(os.path.join(job, "databases/jaspar/jaspar_pfm_all.txt")))
 
