@@ -53,7 +53,7 @@ class MotifSource {
     Matrix probabilities(std::size_t length) {
         Matrix result(length);
         for (Column& column : result) {
-            constexpr std::array<double, 3> shapes = {0.15, 0.5, 3.0};
+            constexpr std::array<double, 3> shapes = {0.05, 0.15, 0.4};
             std::gamma_distribution<double> weight(shapes[uniform(0, 2)]);
             double sum = 0;
             for (double& value : column) {

@@ -30,8 +30,12 @@
 // Best of four. Sums that differ by more than 8 L units have means more than 2 ulp apart, which rounding (0.5 ulp and
 // 2^-11 of one, each) cannot make equal. Only closer ones are divided to see whether the later is really greater.
 //
-// Cost: about len(i) len(j) / 2 byte instructions a pair for the filter, and 2 to 3 cycles per column and orientation
-// summed. Tested by pair_kernel_test.cpp against the plain form of bench/plain_form.h.
+// Lanes. The filter takes eight partners of equal length at once, one per lane, so that nothing has to be gathered and
+// branches depend on lengths alone. The results come back into the order of the partners by counting.
+//
+// Cost: the filter takes four byte distances per two facing columns and eight partners, the sums about 3 cycles per
+// column of each orientation that may be the best. At usual cutoffs both, and the handling of what is kept, weigh about
+// the same. Tested by pair_kernel_test.cpp against the plain form of bench/plain_form.h.
 
 namespace varnolix {
 

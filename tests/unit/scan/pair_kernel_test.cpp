@@ -311,7 +311,7 @@ TEST(PairKernel, EqualsPlainFormOnUsualMotifs) {
 }
 
 TEST(PairKernel, EqualsPlainFormOnLongMotifs) {
-    comparePools(rounds() / 60, 8, 255, 2);
+    comparePools(rounds() / 60 + 1, 8, 255, 2);
 }
 
 TEST(PairKernel, EqualsPlainFormAcrossBlocksOfPartners) {
@@ -382,6 +382,49 @@ TEST(PairKernel, SettlesScoresThatDifferByLessThanRounding) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             EXPECT_EQ(kernelShifts(motifs, 0, 1, 2, 0.75, outer, code), plainShifts(left, right, 1, 0.75, outer));
         }
+    }
+}
+
+/// A value in the steps to which the filter rounds; those near a half step are moved the farthest.
+double inSteps(double steps) {
+    return steps / 255.0;
+}
+
+TEST(PairKernel, RoundingToLevelsMayTurnTheOrderOfRivals) {
+    // In steps, the original strands are 10 apart in all cells but one, and seem to be 11; the second reversed strand
+    // is just less than 10 away and seems to be 9. The one cell makes the original strands the better ones.
+    constexpr double little = 1e-6;
+    const double near = inSteps(100.5 - little);
+    const double above = inSteps(110.5 + little);
+    const double below = inSteps(90.5 + little);
+    data left;
+    left.matrix = Matrix(4, {near, near, near, near});
+    left.revCompMatrix = left.matrix;
+    data right;
+    right.matrix = Matrix(4, {above, above, above, above});
+    right.matrix[0][0] = inSteps(110.4);
+    right.revCompMatrix = Matrix(4, {below, below, below, below});
+    for (const KernelCode code : kernelCodes()) {
+        const Shifts kept = kernelShifts({left, right}, 0, 1, 2, 0.9, OuterMotif::left, code);
+        EXPECT_EQ(kept, plainShifts(left, right, 1, 0.9, OuterMotif::left));
+        ASSERT_EQ(kept.size(), 1u);
+        EXPECT_EQ(kept[0].orientation, Orientation::bothOriginal);
+    }
+}
+
+TEST(PairKernel, RoundingToLevelsMayLowerAScoreOnTheCutoff) {
+    const double near = inSteps(100.5 - 1e-6);
+    const double above = inSteps(110.5 + 1e-6);
+    data left;
+    left.matrix = Matrix(4, {near, near, near, near});
+    left.revCompMatrix = left.matrix;
+    data right;
+    right.matrix = Matrix(4, {above, above, above, above});
+    right.revCompMatrix = right.matrix;
+    const Shifts all = plainShifts(left, right, 1, 0.0, OuterMotif::left);
+    ASSERT_EQ(all.size(), 1u);
+    for (const KernelCode code : kernelCodes()) {
+        EXPECT_EQ(kernelShifts({left, right}, 0, 1, 2, all[0].score, OuterMotif::left, code), all);
     }
 }
 
