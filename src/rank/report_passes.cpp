@@ -2,6 +2,7 @@
 
 #include "report/html_text.h"
 #include "report/motif_text.h"
+#include "report/text_frame.h"
 #include "run/record_fields.h"
 
 namespace varnolix {
@@ -9,7 +10,6 @@ namespace varnolix {
 namespace {
 
 constexpr const char* motifTitleEnd = " (Highest to Lowest) ";
-constexpr const char* singleFileNote = " There is no global matching for 1 motif file. ";
 
 std::string betweenStars(std::size_t before, const std::string& title, std::size_t after) {
     return std::string(before, '*') + title + std::string(after, '*') + "\n\n";
@@ -24,8 +24,8 @@ std::string sectionHeading(const ReportWalk& walk, PassForm form) {
 
 std::string noteLine(PassForm form) {
     const std::string note = singleFileNote;
-    if (form == PassForm::page) return "<p class='sansserif'><font size = '2'>" + note + "</font></p>\n";
-    return note.substr(1, note.size() - 2) + "\n";
+    if (form == PassForm::page) return "<p class='sansserif'><font size = '2'> " + note + " </font></p>\n";
+    return note + "\n";
 }
 
 /// The three items that name a motif at the head of its block.

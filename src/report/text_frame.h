@@ -7,6 +7,9 @@
 
 namespace varnolix {
 
+/// Stands where one motif file leaves nothing to match across files.
+inline constexpr const char* singleFileNote = "There is no global matching for 1 motif file.";
+
 /// The lines of a header; the cutoff is printed in the notation of the stream.
 std::string textHeader(const std::ios_base& stream);
 

@@ -8,6 +8,18 @@
 #include "input/printFileNameTypeCount.h"
 #include "input/readInput.h"
 #include "input/writeMotifInput.h"
+#include "merge/WriteCombinedMotifsBestMatches.h"
+#include "merge/WriteCombinedMotifsGlobal.h"
+#include "merge/WriteCombinedMotifsGlobalAndLocal.h"
+#include "merge/combinedMatrixBestMatches.h"
+#include "merge/combinedMatrixGlobalAndLocalMatching.h"
+#include "merge/combinedMatrixGlobalMatching.h"
+#include "merge/writeFooterCombinedMatrixBestMatches.h"
+#include "merge/writeFooterCombinedMatrixGlobal.h"
+#include "merge/writeFooterCombinedMatrixGlobalAndLocal.h"
+#include "merge/writeHeaderCombinedMatrixBestMatches.h"
+#include "merge/writeHeaderCombinedMatrixGlobal.h"
+#include "merge/writeHeaderCombinedMatrixGlobalAndLocal.h"
 #include "rank/getDatabaseGlobalResultsList.h"
 #include "rank/getDatabaseResultsList.h"
 #include "rank/getResultsList.h"
@@ -74,6 +86,12 @@ void readDatabase() {
     if (DBName.starts_with("uniprobe")) readUniprobeDatabase();
 }
 
+void mergeGroups(const RecordLists& groups, void (*mergeOne)(const std::vector<dataCombinedScore>&)) {
+    for (const std::vector<dataCombinedScore>& group : groups) {
+        if (!group.empty()) mergeOne(group);
+    }
+}
+
 }  // namespace
 
 int main() {
@@ -82,6 +100,7 @@ int main() {
     const bool isText = writesText();
     const bool isPage = writesPages();
     const bool isDatabase = DBName.size() > 1;
+    const bool isCombined = combinedMotifFlag == "Y";
     const bool isAll = outputFileType == "All";
 
     start = omp_get_wtime();
@@ -111,8 +130,28 @@ int main() {
     when(isAll && isDatabase && isText, writeHeaderTextDatabaseMatch, writeHeaderTextWithoutMotifDatabaseMatch);
     when(isAll && isDatabase && isPage, writeHeaderHTMLOrPDFDatabaseMatch);
 
+    when(isCombined, writeHeaderCombinedMatrixGlobal);
+    when(isCombined && isAll, writeHeaderCombinedMatrixGlobalAndLocal, writeHeaderCombinedMatrixBestMatches);
+
     // Best matches and top motifs are known and reported.
     getResultsList();
+
+    if (isCombined) {
+        // Each group is one combined motif, and the combined reports are filled. A run of all types leaves out the
+        // report of a ranking without groups.
+        if (!isAll || !topGlobalMatchingResults.empty()) {
+            mergeGroups(topGlobalMatchingResults, combinedMatrixGlobalMatching);
+            WriteCombinedMotifsGlobal();
+        }
+        if (!topGlobalAndLocalMatchingResults.empty()) {
+            mergeGroups(topGlobalAndLocalMatchingResults, combinedMatrixGlobalAndLocalMatching);
+            WriteCombinedMotifsGlobalAndLocal();
+        }
+        if (!topBestMatchesResults.empty()) {
+            mergeGroups(topBestMatchesResults, combinedMatrixBestMatches);
+            WriteCombinedMotifsBestMatches();
+        }
+    }
 
     if (isDatabase) {
         // The collection is in DatabaseDatasets, and its matches are reported.
@@ -139,6 +178,9 @@ int main() {
     when(isAll && isPage, writeFooterHTMLOrPDF);
     when(isAll && isDatabase && isText, writeFooterTextDatabaseMatch, writeFooterTextWithoutMotifDatabaseMatch);
     when(isAll && isDatabase && isPage, writeFooterHTMLOrPDFDatabaseMatch);
+
+    when(isCombined, writeFooterCombinedMatrixGlobal);
+    when(isCombined && isAll, writeFooterCombinedMatrixGlobalAndLocal, writeFooterCombinedMatrixBestMatches);
 
     // Pages are finished, so they can be converted.
     if (writesPDF()) {

@@ -90,10 +90,10 @@ struct combinedMatrices {
     int matrixID2 = 0;
     std::string motifName1;
     std::string motifName2;
-    std::string matchingFormat1;
-    std::string matchingFormat2;
-    std::string primaryFlag;
-    std::string direction;
+    MatchingFormat matchingFormat1 = MatchingFormat::originalMotif;
+    MatchingFormat matchingFormat2 = MatchingFormat::originalMotif;
+    PrimaryFlag primaryFlag = PrimaryFlag::empty;
+    Direction direction = Direction::forward;
     int position = 0;
     int overlap = 0;
     double combinedScore = 0.0;

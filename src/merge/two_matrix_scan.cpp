@@ -1,0 +1,33 @@
+#include "merge/two_matrix_scan.h"
+
+#include <algorithm>
+
+#include "input/getRevCompMotif.h"
+#include "rank/comparison.h"
+#include "scan/plain_score.h"
+#include "scan/region_rule.h"
+
+namespace varnolix {
+
+std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2, Direction direction,
+                                               const CutoffTable& cutoff) {
+    const Matrix reversed1 = getRevCompMotif(matrix1);
+    const Matrix reversed2 = getRevCompMotif(matrix2);
+    std::vector<ScoredShift> shifts;
+    if (!scoreShifts(matrix1, reversed1, matrix2, reversed2, cutoff, shifts)) {
+        appendPlainShifts({matrix1, reversed1}, {matrix2, reversed2}, OuterMotif::left, 0, overlap, maxScore, simCutoff,
+                          shifts);
+    }
+    const PairLengths lengths{static_cast<int>(matrix1.size()), static_cast<int>(matrix2.size())};
+    std::vector<dataCombinedScore> records;
+    for (const auto& [sliding, flag] :
+         {std::pair{Sliding::left, PrimaryFlag::yes}, std::pair{Sliding::right, PrimaryFlag::empty}}) {
+        forEachOffset(direction, sliding, lengths, shifts, [&](const ScoredShift& kept, int offset) {
+            records.push_back(makeRecord(kept, offset, direction, flag, {1, 2}, lengths));
+        });
+    }
+    std::sort(records.begin(), records.end(), comparison);
+    return records;
+}
+
+}  // namespace varnolix
