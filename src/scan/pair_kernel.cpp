@@ -11,10 +11,10 @@
 // All alignments of two motifs, forward or backward, first or second region, are the diagonals of one table of column
 // pairs, and each is scored once.
 //
-// Exact sums in integers. For x, y in [0, 1] a cell c = RN(1 - RN|x - y|) is a multiple of 2^-53: if |x - y| <= 1/2 the
-// difference lies in [1/2, 1], where doubles are that far apart; otherwise |x - y| is itself a multiple of 2^-53 and 1
-// minus it is exact. At most 4 * 255 cells of at most 2^53 units stay below 2^63, so 64-bit integers hold their sum in
-// any order, and an extended accumulator holds it too: both are the same number. Dividing it in extended precision and
+// Exact sums in integers. For x, y in [0, 1] a cell c = RN(1 - RN|x - y|) is a multiple of 2^-53: with d = RN|x - y|,
+// if d <= 1/2 then c lies in [1/2, 1], where doubles are that far apart; otherwise d is itself a multiple of 2^-53 and
+// 1 - d is exact. At most 4 * 255 cells of at most 2^53 units stay below 2^63, so 64-bit integers hold their sum in any
+// order, and an extended accumulator holds it too: both are the same number. Dividing it in extended precision and
 // rounding to double gives the mean of the plain form; as this is monotone, the cutoff becomes a least sum per length,
 // and only kept alignments are divided.
 //
