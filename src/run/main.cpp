@@ -65,6 +65,16 @@
 #include "scan/getMaxScores.h"
 #include "scan/getMaxScoresDatabase.h"
 #include "scan/getMaxScoresDatabaseGlobal.h"
+#include "tree/convertHTMLToPDFPhylogeneticTree.h"
+#include "tree/convertHTMLToPDFPhylogeneticTreeGlobal.h"
+#include "tree/getMotifCluster.h"
+#include "tree/getMotifClusterGlobal.h"
+#include "tree/writeFooterPhylogeneticTreeGlobalHTMLOrPDF.h"
+#include "tree/writeFooterPhylogeneticTreeHTMLOrPDF.h"
+#include "tree/writeHeaderPhylogeneticTreeGlobalHTMLOrPDF.h"
+#include "tree/writeHeaderPhylogeneticTreeHTMLOrPDF.h"
+#include "tree/writePhylogeneticTreeGlobalHTMLOrPDF.h"
+#include "tree/writePhylogeneticTreeHTMLOrPDF.h"
 
 // The whole run, top to bottom. Every stage reads the globals that the stages above it filled and leaves its results in
 // globals; there is no way back from a stage to the dialogue.
@@ -100,6 +110,7 @@ int main() {
     const bool isText = writesText();
     const bool isPage = writesPages();
     const bool isDatabase = DBName.size() > 1;
+    const bool isTree = motifCluster == "Y";
     const bool isCombined = combinedMotifFlag == "Y";
     const bool isAll = outputFileType == "All";
 
@@ -133,8 +144,17 @@ int main() {
     when(isCombined, writeHeaderCombinedMatrixGlobal);
     when(isCombined && isAll, writeHeaderCombinedMatrixGlobalAndLocal, writeHeaderCombinedMatrixBestMatches);
 
+    when(isTree && isPage, writeHeaderPhylogeneticTreeGlobalHTMLOrPDF);
+    when(isTree && isPage && isAll, writeHeaderPhylogeneticTreeHTMLOrPDF);
+
     // Best matches and top motifs are known and reported.
     getResultsList();
+
+    // The trees are drawn. The page across files is written once behind each of them.
+    when(isTree && numFile > 1, getMotifClusterGlobal);
+    when(isTree && numFile > 1 && isPage, writePhylogeneticTreeGlobalHTMLOrPDF);
+    when(isTree && isAll, getMotifCluster);
+    when(isTree && isAll && isPage, writePhylogeneticTreeGlobalHTMLOrPDF, writePhylogeneticTreeHTMLOrPDF);
 
     if (isCombined) {
         // Each group is one combined motif, and the combined reports are filled. A run of all types leaves out the
@@ -182,12 +202,17 @@ int main() {
     when(isCombined, writeFooterCombinedMatrixGlobal);
     when(isCombined && isAll, writeFooterCombinedMatrixGlobalAndLocal, writeFooterCombinedMatrixBestMatches);
 
+    when(isTree && isPage, writeFooterPhylogeneticTreeGlobalHTMLOrPDF);
+    when(isTree && isPage && isAll, writeFooterPhylogeneticTreeHTMLOrPDF);
+
     // Pages are finished, so they can be converted.
     if (writesPDF()) {
         convertHTMLToPDFGlobal();
         when(isDatabase, convertHTMLToPDFGlobalDatabaseMatch);
         when(isAll, convertHTMLToPDF);
         when(isAll && isDatabase, convertHTMLToPDFDatabaseMatch);
+        when(isTree, convertHTMLToPDFPhylogeneticTreeGlobal);
+        when(isTree && isAll, convertHTMLToPDFPhylogeneticTree);
     }
 
     std::cout << "Your output files have been saved in " << outputPath << "\n\nRuntime: " << wtime << " seconds.\n";

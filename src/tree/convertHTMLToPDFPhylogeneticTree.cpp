@@ -1,0 +1,11 @@
+#include "tree/convertHTMLToPDFPhylogeneticTree.h"
+
+#include "report/pdf_conversion.h"
+
+namespace varnolix {
+
+void convertHTMLToPDFPhylogeneticTree() {
+    convertPage("Phylogenetic_Tree");
+}
+
+}  // namespace varnolix

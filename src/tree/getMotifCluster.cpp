@@ -1,0 +1,11 @@
+#include "tree/getMotifCluster.h"
+
+#include "tree/tree_plot.h"
+
+namespace varnolix {
+
+void getMotifCluster() {
+    drawTree(distanceMatrix, listTree);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,50 @@
+#include "tree/tree_plot.h"
+
+#include <cstdlib>
+#include <iostream>
+
+#include "report/report_file.h"
+#include "run/outside_text.h"
+#include "tree/distance_table.h"
+
+namespace varnolix {
+
+std::string plotScript(const std::string& tablePath, const std::string& imagePath) {
+    return "options(warn = -1)\n"
+           "suppressMessages(require(ggplot2))\n"
+           "suppressMessages(require(ggdendro))\n"
+           "suppressMessages(require(dendextend))\n"
+           "suppressMessages(library(ape))\n"
+           "\n"
+           "tb = read.csv('" +
+           insideQuotes(tablePath) +
+           "', row.names = 1)\n"
+           "d = as.dist(tb)\n"
+           "hc <- as.dendrogram(hclust(d))\n"
+           "colors = c('red', 'blue', 'green4', 'black', 'brown', 'magenta', 'purple', 'darkorange', 'deepskyblue', "
+           "'darkgreen')\n"
+           "clus10 = cutree(hc, 10)\n"
+           "png('" +
+           insideQuotes(imagePath) +
+           "', width=700, height=700)\n"
+           "plot(as.phylo(hc), type = 'fan', tip.color = colors[clus10], cex = 0.7, label.offset = 0.05)\n"
+           "invisible(dev.off())\n"
+           "options(warn = 0)\n";
+}
+
+void drawTree(const DistanceTable& table, const TreeFiles& files) {
+    const std::string tablePath = outputPath + files.table;
+    const std::string scriptPath = outputPath + files.script;
+    std::ofstream stream;
+    openOutput(stream, tablePath);
+    writeDistanceTable(stream, table, files.letter);
+    stream.close();
+    openOutput(stream, scriptPath);
+    stream << plotScript(tablePath, outputPath + files.image);
+    stream.close();
+    // What R prints goes to the same console as our own text.
+    std::cout << std::flush;
+    [[maybe_unused]] const int ignored = std::system(("Rscript " + shellWord(scriptPath)).c_str());
+}
+
+}  // namespace varnolix
