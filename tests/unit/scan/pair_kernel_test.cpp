@@ -299,7 +299,7 @@ void comparePools(unsigned long rounds, std::size_t poolSize, std::size_t mostCo
 }
 
 unsigned long rounds() {
-    return numberFromEnvironment("VARNOLIX_KERNEL_ROUNDS", 1500);
+    return numberFromEnvironment("VARNOLIX_KERNEL_ROUNDS", 1000);
 }
 
 TEST(PairKernel, EqualsPlainFormOnShortMotifs) {
