@@ -1,0 +1,55 @@
+#pragma once
+
+#include <cstdlib>
+#include <iostream>
+#include <sstream>
+#include <string>
+
+namespace varnolix::testing {
+
+/// Text for the console input. Reads past its end repeat for ever in a dialogue that lacks an answer, so after many of
+/// them the test is ended.
+class LimitedInput : public std::stringbuf {
+  public:
+    explicit LimitedInput(const std::string& text) : std::stringbuf(text, std::ios::in) {}
+
+  protected:
+    int_type underflow() override {
+        const int_type next = std::stringbuf::underflow();
+        if (traits_type::eq_int_type(next, traits_type::eof()) && ++readsPastEnd_ > mostReadsPastEnd) {
+            std::cerr << "The dialogue reads on behind the last answer.\n";
+            std::abort();
+        }
+        return next;
+    }
+
+  private:
+    static constexpr int mostReadsPastEnd = 1000;
+    int readsPastEnd_ = 0;
+};
+
+/// Takes the place of the console while it lives.
+class Console {
+  public:
+    explicit Console(const std::string& input = "")
+        : input_(input), oldInput_(std::cin.rdbuf(&input_)), oldOutput_(std::cout.rdbuf(output_.rdbuf())) {
+        std::cin.clear();
+    }
+    ~Console() {
+        std::cin.rdbuf(oldInput_);
+        std::cout.rdbuf(oldOutput_);
+        std::cin.clear();
+    }
+    Console(const Console&) = delete;
+    Console& operator=(const Console&) = delete;
+
+    std::string output() const { return output_.str(); }
+
+  private:
+    LimitedInput input_;
+    std::ostringstream output_;
+    std::streambuf* oldInput_;
+    std::streambuf* oldOutput_;
+};
+
+}  // namespace varnolix::testing
