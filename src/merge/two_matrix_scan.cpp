@@ -20,8 +20,8 @@ std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matr
     }
     const PairLengths lengths{static_cast<int>(matrix1.size()), static_cast<int>(matrix2.size())};
     std::vector<dataCombinedScore> records;
-    for (const auto& [sliding, flag] :
-         {std::pair{Sliding::left, PrimaryFlag::yes}, std::pair{Sliding::right, PrimaryFlag::empty}}) {
+    for (const Sliding sliding : {Sliding::left, Sliding::right}) {
+        const PrimaryFlag flag = sliding == Sliding::left ? PrimaryFlag::yes : PrimaryFlag::empty;
         forEachOffset(direction, sliding, lengths, shifts, [&](const ScoredShift& kept, int offset) {
             records.push_back(makeRecord(kept, offset, direction, flag, {1, 2}, lengths));
         });

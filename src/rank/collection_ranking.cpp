@@ -23,27 +23,30 @@ std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
 
 }  // namespace
 
-RecordLists matchesInCollection(const RecordLists& lists, const std::vector<data>& references, int mostMatches) {
+RecordLists matchesInCollection(const RecordSource& recordsOf, std::size_t inputMotifs,
+                                const std::vector<data>& references, int mostMatches) {
     const std::vector<std::uint32_t> places = namePlaces(references);
     // The input motif is the outer one, so the partner is the inner one.
     const auto partnerOf = [&places](const dataCombinedScore& record) {
         return places[static_cast<std::size_t>(innerMatrixID(record) - 1)];
     };
-    RecordLists bestMatches(lists.size());
+    RecordLists bestMatches(inputMotifs);
 #pragma omp parallel
     {
         BestMatchScratch scratch;
+        RecordScratch recordScratch;
 #pragma omp for schedule(dynamic)
-        for (std::size_t motif = 0; motif < lists.size(); ++motif) {
-            gatherKeys(lists[motif], scratch, [](const dataCombinedScore&) { return true; });
-            bestMatches[motif] = selectBestMatches(lists[motif], collectionRule(mostMatches), scratch, partnerOf);
+        for (std::size_t motif = 0; motif < inputMotifs; ++motif) {
+            const std::span<const dataCombinedScore> records = recordsOf(motif, recordScratch);
+            gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
+            bestMatches[motif] = selectBestMatches(records, collectionRule(mostMatches), scratch, partnerOf);
         }
     }
     return bestMatches;
 }
 
-void writeCollectionSections(const RecordLists& lists, std::initializer_list<ReportPass> passes) {
-    const RecordLists bestMatches = matchesInCollection(lists, DatabaseDatasets, numBestMatches);
+void writeCollectionSections(const RecordSource& records, std::initializer_list<ReportPass> passes) {
+    const RecordLists bestMatches = matchesInCollection(records, Datasets.size(), DatabaseDatasets, numBestMatches);
     const ReportWalk walk{" Best Matches in Database for Each Motif (Highest to Lowest) ",
                           70,
                           65,

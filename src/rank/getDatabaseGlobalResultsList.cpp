@@ -7,7 +7,7 @@
 namespace varnolix {
 
 void getDatabaseGlobalResultsList() {
-    writeCollectionSections(DatasetsCombinedScoreDatabaseGlobalLists,
+    writeCollectionSections(heldRecords(DatasetsCombinedScoreDatabaseGlobalLists),
                             {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
                              {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
 }

@@ -9,7 +9,11 @@ namespace varnolix {
 
 void getDatabaseResultsList() {
     if (outputFileType != "All") return;
-    writeCollectionSections(DatasetsCombinedScoreDatabaseLists,
+    // The scans left no lists where the records are too many to hold.
+    const RecordSource records = DatasetsCombinedScoreDatabaseLists.empty()
+                                     ? remadeCollectionRecords(Datasets, DatabaseDatasets, simCutoff)
+                                     : heldRecords(DatasetsCombinedScoreDatabaseLists);
+    writeCollectionSections(records,
                             {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
                              {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
                              {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});

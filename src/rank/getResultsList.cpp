@@ -109,8 +109,10 @@ void keepDistances(InputRankings& rankings) {
 }  // namespace
 
 void getResultsList() {
-    InputRankings rankings =
-        rankInput(DatasetsCombinedScoreLists, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
+    // The scans left no lists where the records are too many to hold.
+    const RecordSource records = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
+                                                                    : heldRecords(DatasetsCombinedScoreLists);
+    InputRankings rankings = rankInput(records, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
     if (motifCluster == "Y") keepDistances(rankings);
     const RecordLists& localMatches = rankings.local.bestMatches;
     const RecordLists& globalMatches = rankings.global.bestMatches;

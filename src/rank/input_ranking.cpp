@@ -38,7 +38,8 @@ void rankMotif(InputRanking& ranking, std::size_t motif, std::span<const dataCom
 
 }  // namespace
 
-InputRankings rankInput(const RecordLists& lists, const std::vector<data>& motifs, const RankingSettings& settings) {
+InputRankings rankInput(const RecordSource& recordsOf, const std::vector<data>& motifs,
+                        const RankingSettings& settings) {
     InputRankings rankings;
     for (InputRanking* ranking : {&rankings.local, &rankings.global}) {
         ranking->bestMatches.resize(motifs.size());
@@ -48,9 +49,10 @@ InputRankings rankInput(const RecordLists& lists, const std::vector<data>& motif
 #pragma omp parallel reduction(max : largest)
     {
         BestMatchScratch scratch;
+        RecordScratch recordScratch;
 #pragma omp for schedule(dynamic)
         for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
-            const std::span<const dataCombinedScore> records = lists[motif];
+            const std::span<const dataCombinedScore> records = recordsOf(motif, recordScratch);
             gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
             if (settings.isDistancesAsked) {
                 for (const SortKey& key : scratch.keys) largest = std::max(largest, key.key);

@@ -5,6 +5,7 @@
 
 #include "rank/best_matches.h"
 #include "run/shared_records.h"
+#include "scan/record_source.h"
 
 // The best matches of every input motif and the ranking of the motifs. Local lists hold all records of a motif, global
 // lists those between motifs of different files.
@@ -31,7 +32,7 @@ struct InputRankings {
 };
 
 /// Selects and ranks, the motifs shared out among the threads.
-/// @param lists the records of each motif, grouped by the motif stored first
-InputRankings rankInput(const RecordLists& lists, const std::vector<data>& motifs, const RankingSettings& settings);
+/// @param records gives the records of each motif that store it first
+InputRankings rankInput(const RecordSource& records, const std::vector<data>& motifs, const RankingSettings& settings);
 
 }  // namespace varnolix

@@ -50,6 +50,7 @@
 #include "report/writeHeaderTextWithoutMotif.h"
 #include "report/writeHeaderTextWithoutMotifDatabaseMatch.h"
 #include "report/writeMotif.h"
+#include "run/memory_plan.h"
 #include "run/runDialogue.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
@@ -125,11 +126,9 @@ int main() {
 
     when(isPage, writeMotif);
 
-    // All alignments at or above the cutoff, each with its sort key.
-    forwardScan();
-    backwardScan();
-    getMaxScores();
-    calculateSumScoresCompare();
+    // All alignments at or above the cutoff, each with its sort key. Where they are too many to hold, the ranking makes
+    // them motif by motif instead.
+    when(holdsInputRecords(), forwardScan, backwardScan, getMaxScores, calculateSumScoresCompare);
 
     // Every report that the answers ask for exists from here on, with its header.
     when(isText, writeHeaderGlobalText);
@@ -177,8 +176,9 @@ int main() {
         // The collection is in DatabaseDatasets, and its matches are reported.
         readDatabase();
         when(isPage, writeDatabaseMotif);
-        when(isAll, forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase, calculateSumScoresCompareDatabase,
-             getDatabaseResultsList);
+        when(isAll && holdsCollectionRecords(), forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase,
+             calculateSumScoresCompareDatabase);
+        when(isAll, getDatabaseResultsList);
         forwardScanDatabaseGlobal();
         backwardScanDatabaseGlobal();
         getMaxScoresDatabaseGlobal();

@@ -7,6 +7,7 @@ namespace varnolix {
 
 void forwardScan() {
     scannedPairs = scanAllPairs(Datasets, simCutoff);
+    reserveRecordsOfPairs(scannedPairs, Datasets, DatasetsCombinedScoreLists);
     appendRecordsOfPairs(Direction::forward, scannedPairs, Datasets, DatasetsCombinedScoreLists);
 }
 

@@ -12,17 +12,6 @@ Strands strandsOf(const data& motif) {
     return {motif.matrix, motif.revCompMatrix};
 }
 
-/// Calls use(partner, shifts) for the pairs of a row, in their order.
-template <class Use>
-void forEachPair(std::span<const ScoredShift> row, Use use) {
-    for (auto from = row.begin(); from != row.end();) {
-        const std::uint32_t partner = from->partner;
-        const auto to = std::find_if(from, row.end(), [&](const ScoredShift& kept) { return kept.partner != partner; });
-        use(partner, std::span(from, to));
-        from = to;
-    }
-}
-
 /// The part of a row whose partners lie in first .. last - 1.
 std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, std::size_t first, std::size_t last) {
     const auto isBefore = [](const ScoredShift& kept, std::size_t partner) { return kept.partner < partner; };
@@ -31,11 +20,11 @@ std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, st
     return std::span(from, to);
 }
 
+}  // namespace
+
 PairLengths lengthsOf(const data& left, const data& right) {
     return {static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
 }
-
-}  // namespace
 
 PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff)
     : lefts_(lefts),
@@ -80,6 +69,23 @@ ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> 
     return rows;
 }
 
+void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists) {
+    lists.resize(motifs.size());
+    std::vector<std::size_t> counts(motifs.size());
+    for (std::size_t outer = 0; outer < rows.size(); ++outer) {
+        for (const ScoredShift& kept : rows[outer]) {
+            const PairLengths lengths = lengthsOf(motifs[outer], motifs[kept.partner]);
+            for (const Direction direction : {Direction::forward, Direction::backward}) {
+                if ((kept.walks & walkOf(direction)) == 0) continue;
+                const int offset = offsetAt(direction, Sliding::left, lengths, kept.shift);
+                if (offset >= 0) ++counts[outer];
+                if (offset <= 0) ++counts[kept.partner];
+            }
+        }
+    }
+    for (std::size_t motif = 0; motif < motifs.size(); ++motif) lists[motif].reserve(counts[motif]);
+}
+
 void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list) {
     const bool leftFirst = sliding == Sliding::left;
@@ -117,17 +123,21 @@ void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<
     }
 }
 
+void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, const data& left,
+                               std::span<const data> rights, std::vector<dataCombinedScore>& list) {
+    forEachPair(row, [&](std::uint32_t right, std::span<const ScoredShift> shifts) {
+        for (const Sliding sliding : {Sliding::left, Sliding::right}) {
+            appendPairRecords(direction, sliding, OuterMotif::left, left, rights[right], shifts, list);
+        }
+    });
+}
+
 void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
                           std::span<const data> rights, RecordLists& lists) {
     lists.resize(lefts.size());
 #pragma omp parallel for schedule(dynamic)
     for (std::size_t left = 0; left < lefts.size(); ++left) {
-        forEachPair(rows[left], [&](std::uint32_t right, std::span<const ScoredShift> shifts) {
-            for (const Sliding sliding : {Sliding::left, Sliding::right}) {
-                appendPairRecords(direction, sliding, OuterMotif::left, lefts[left], rights[right], shifts,
-                                  lists[left]);
-            }
-        });
+        appendRecordsWithPartners(direction, rows[left], lefts[left], rights, lists[left]);
     }
 }
 

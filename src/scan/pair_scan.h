@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <span>
 #include <vector>
 
@@ -41,6 +42,23 @@ ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff);
 ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
                       double cutoff);
 
+/// Calls use(partner, shifts) for the pairs of a row, in their order.
+template <class Use>
+void forEachPair(std::span<const ScoredShift> row, Use use) {
+    for (auto from = row.begin(); from != row.end();) {
+        const std::uint32_t partner = from->partner;
+        const auto to = std::find_if(from, row.end(), [&](const ScoredShift& kept) { return kept.partner != partner; });
+        use(partner, std::span(from, to));
+        from = to;
+    }
+}
+
+/// Number of columns of the two motifs.
+PairLengths lengthsOf(const data& left, const data& right);
+
+/// Makes room for the records of both directions in the list of each motif, so that no list is moved as it grows.
+void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
+
 /// Appends the records of this direction of one pair's region: those in which the sliding motif is stored first.
 void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list);
@@ -49,8 +67,12 @@ void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, c
 /// store records, those of the outer motif in its own list and those of the inner motif in that one's.
 void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
 
-/// Appends to the list of each left motif the records of this direction of its pairs: per pair those that store it
-/// first, then those that store the partner first.
+/// Appends the records of this direction of one row: per pair those that store the left motif first, then those that
+/// store the partner first.
+void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, const data& left,
+                               std::span<const data> rights, std::vector<dataCombinedScore>& list);
+
+/// Does so for each row, into the list of its left motif.
 void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
                           std::span<const data> rights, RecordLists& lists);
 

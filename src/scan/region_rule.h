@@ -44,12 +44,15 @@ constexpr int offsetAt(Direction direction, Sliding sliding, PairLengths lengths
     return sliding == Sliding::left ? fromStart : -fromStart;
 }
 
+/// The scan that walks in this direction.
+constexpr Walks walkOf(Direction direction) { return direction == Direction::forward ? forwardWalk : backwardWalk; }
+
 /// Calls use(shift, offset) for the alignments of one pair that one region records, by ascending offset.
 /// @param shifts the kept alignments of the pair, by ascending shift
 template <class Use>
 void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, std::span<const ScoredShift> shifts,
                    Use use) {
-    const Walks walk = direction == Direction::forward ? forwardWalk : backwardWalk;
+    const Walks walk = walkOf(direction);
     const auto visit = [&](const ScoredShift& kept) {
         const int offset = offsetAt(direction, sliding, lengths, kept.shift);
         if (offset >= 0 && (kept.walks & walk) != 0) use(kept, offset);
