@@ -85,6 +85,7 @@ std::vector<data> motifsOfBaseRows(const Block& rows, std::string_view taxon) {
     constexpr std::string_view bases = "ACGT";
     std::vector<data> motifs;
     data header;
+    header.taxon = taxon;
     std::array<std::vector<double>, 4> values;
     for (const Row& row : rows) {
         if (row[0][0] == '>') {

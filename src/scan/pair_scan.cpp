@@ -22,8 +22,11 @@ std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, st
 
 }  // namespace
 
-PairLengths lengthsOf(const data& left, const data& right) {
-    return {static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
+std::vector<ListedMotif> listMotifs(std::span<const data> motifs) {
+    std::vector<ListedMotif> listed;
+    listed.reserve(motifs.size());
+    for (const data& motif : motifs) listed.push_back({motif.matrixID, static_cast<int>(motif.matrix.size())});
+    return listed;
 }
 
 PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff)
@@ -70,11 +73,12 @@ ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> 
 }
 
 void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists) {
+    const std::vector<ListedMotif> listed = listMotifs(motifs);
     lists.resize(motifs.size());
     std::vector<std::size_t> counts(motifs.size());
     for (std::size_t outer = 0; outer < rows.size(); ++outer) {
         for (const ScoredShift& kept : rows[outer]) {
-            const PairLengths lengths = lengthsOf(motifs[outer], motifs[kept.partner]);
+            const PairLengths lengths = lengthsOf(listed[outer], listed[kept.partner]);
             for (const Direction direction : {Direction::forward, Direction::backward}) {
                 if ((kept.walks & walkOf(direction)) == 0) continue;
                 const int offset = offsetAt(direction, Sliding::left, lengths, kept.shift);
@@ -86,7 +90,7 @@ void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, 
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) lists[motif].reserve(counts[motif]);
 }
 
-void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
+void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, ListedMotif left, ListedMotif right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list) {
     const bool leftFirst = sliding == Sliding::left;
     const bool outerFirst = leftFirst == (outer == OuterMotif::left);
@@ -101,6 +105,7 @@ void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, c
 
 void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs,
                           RecordLists& lists) {
+    const std::vector<ListedMotif> listed = listMotifs(motifs);
     lists.resize(motifs.size());
     // A list holds the records with partners before its motif first, which come from the rows of these partners, then
     // those of its own row. Each thread fills the lists of one block of motifs, walking the rows in their order.
@@ -113,7 +118,7 @@ void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<
         for (std::size_t outer = 0; outer < blockLast; ++outer) {
             const auto append = [&](Sliding sliding) {
                 return [&, sliding](std::uint32_t inner, std::span<const ScoredShift> shifts) {
-                    appendPairRecords(direction, sliding, OuterMotif::left, motifs[outer], motifs[inner], shifts,
+                    appendPairRecords(direction, sliding, OuterMotif::left, listed[outer], listed[inner], shifts,
                                       lists[sliding == Sliding::left ? outer : inner]);
                 };
             };
@@ -123,8 +128,8 @@ void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<
     }
 }
 
-void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, const data& left,
-                               std::span<const data> rights, std::vector<dataCombinedScore>& list) {
+void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, ListedMotif left,
+                               std::span<const ListedMotif> rights, std::vector<dataCombinedScore>& list) {
     forEachPair(row, [&](std::uint32_t right, std::span<const ScoredShift> shifts) {
         for (const Sliding sliding : {Sliding::left, Sliding::right}) {
             appendPairRecords(direction, sliding, OuterMotif::left, left, rights[right], shifts, list);
@@ -134,10 +139,12 @@ void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift>
 
 void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
                           std::span<const data> rights, RecordLists& lists) {
+    const std::vector<ListedMotif> listedLefts = listMotifs(lefts);
+    const std::vector<ListedMotif> listedRights = listMotifs(rights);
     lists.resize(lefts.size());
 #pragma omp parallel for schedule(dynamic)
     for (std::size_t left = 0; left < lefts.size(); ++left) {
-        appendRecordsWithPartners(direction, rows[left], lefts[left], rights, lists[left]);
+        appendRecordsWithPartners(direction, rows[left], listedLefts[left], listedRights, lists[left]);
     }
 }
 

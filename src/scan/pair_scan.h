@@ -53,14 +53,23 @@ void forEachPair(std::span<const ScoredShift> row, Use use) {
     }
 }
 
-/// Number of columns of the two motifs.
-PairLengths lengthsOf(const data& left, const data& right);
+/// What the records of a motif need of it.
+struct ListedMotif {
+    int matrixID;
+    int columns;
+};
+
+std::vector<ListedMotif> listMotifs(std::span<const data> motifs);
+
+constexpr PairLengths lengthsOf(ListedMotif left, ListedMotif right) {
+    return {left.columns, right.columns};
+}
 
 /// Makes room for the records of both directions in the list of each motif, so that no list is moved as it grows.
 void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
 
 /// Appends the records of this direction of one pair's region: those in which the sliding motif is stored first.
-void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, const data& left, const data& right,
+void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, ListedMotif left, ListedMotif right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list);
 
 /// Appends to the list of each motif the records of this direction in which it is stored first. Both motifs of a pair
@@ -69,8 +78,8 @@ void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<
 
 /// Appends the records of this direction of one row: per pair those that store the left motif first, then those that
 /// store the partner first.
-void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, const data& left,
-                               std::span<const data> rights, std::vector<dataCombinedScore>& list);
+void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, ListedMotif left,
+                               std::span<const ListedMotif> rights, std::vector<dataCombinedScore>& list);
 
 /// Does so for each row, into the list of its left motif.
 void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,

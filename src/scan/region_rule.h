@@ -45,7 +45,26 @@ constexpr int offsetAt(Direction direction, Sliding sliding, PairLengths lengths
 }
 
 /// The scan that walks in this direction.
-constexpr Walks walkOf(Direction direction) { return direction == Direction::forward ? forwardWalk : backwardWalk; }
+constexpr Walks walkOf(Direction direction) {
+    return direction == Direction::forward ? forwardWalk : backwardWalk;
+}
+
+/// Whether larger shifts have larger offsets in this region.
+constexpr bool offsetsAscend(Direction direction, Sliding sliding) {
+    return (direction == Direction::forward) == (sliding == Sliding::left);
+}
+
+/// The kept alignments of a pair that one region records: those with an offset of 0 or more, which are all on one side
+/// of the shift with offset 0. Counted without a branch per alignment, as the scans make tens of millions of records.
+/// @param shifts the kept alignments of the pair, by ascending shift
+inline std::span<const ScoredShift> recordedShifts(Direction direction, Sliding sliding, PairLengths lengths,
+                                                   std::span<const ScoredShift> shifts) {
+    std::size_t recorded = 0;
+    for (const ScoredShift& kept : shifts) {
+        recorded += offsetAt(direction, sliding, lengths, kept.shift) >= 0 ? 1U : 0U;
+    }
+    return offsetsAscend(direction, sliding) ? shifts.last(recorded) : shifts.first(recorded);
+}
 
 /// Calls use(shift, offset) for the alignments of one pair that one region records, by ascending offset.
 /// @param shifts the kept alignments of the pair, by ascending shift
@@ -53,31 +72,31 @@ template <class Use>
 void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, std::span<const ScoredShift> shifts,
                    Use use) {
     const Walks walk = walkOf(direction);
+    const std::span<const ScoredShift> recorded = recordedShifts(direction, sliding, lengths, shifts);
     const auto visit = [&](const ScoredShift& kept) {
-        const int offset = offsetAt(direction, sliding, lengths, kept.shift);
-        if (offset >= 0 && (kept.walks & walk) != 0) use(kept, offset);
+        if ((kept.walks & walk) != 0) use(kept, offsetAt(direction, sliding, lengths, kept.shift));
     };
-    const bool offsetsAscend = (direction == Direction::forward) == (sliding == Sliding::left);
-    if (offsetsAscend) {
-        std::for_each(shifts.begin(), shifts.end(), visit);
+    if (offsetsAscend(direction, sliding)) {
+        std::for_each(recorded.begin(), recorded.end(), visit);
     } else {
-        std::for_each(shifts.rbegin(), shifts.rend(), visit);
+        std::for_each(recorded.rbegin(), recorded.rend(), visit);
     }
 }
 
 /// Format of the motif stored first, and of the one stored second. They follow the label, and the label names the outer
 /// motif first, so the formats are crossed in records that store the inner motif first. The reports print them so.
+/// The two bits of an orientation tell the formats.
 constexpr MatchingFormat firstFormat(Orientation orientation) {
-    return orientation == Orientation::firstReversed || orientation == Orientation::bothReversed
-               ? MatchingFormat::reverseComplement
-               : MatchingFormat::originalMotif;
+    return static_cast<MatchingFormat>(static_cast<unsigned>(orientation) >> 1U);
 }
 
 constexpr MatchingFormat secondFormat(Orientation orientation) {
-    return orientation == Orientation::secondReversed || orientation == Orientation::bothReversed
-               ? MatchingFormat::reverseComplement
-               : MatchingFormat::originalMotif;
+    return static_cast<MatchingFormat>(static_cast<unsigned>(orientation) & 1U);
 }
+
+static_assert(firstFormat(Orientation::firstReversed) == MatchingFormat::reverseComplement &&
+              secondFormat(Orientation::firstReversed) == MatchingFormat::originalMotif &&
+              secondFormat(Orientation::secondReversed) == MatchingFormat::reverseComplement);
 
 /// Ids of the motifs of a record, in the order in which they are stored.
 struct StoredIDs {
