@@ -1,6 +1,7 @@
 #include "input/readConsensusInput.h"
 
-#include <optional>
+#include <algorithm>
+#include <iterator>
 
 namespace varnolix {
 
@@ -9,42 +10,28 @@ namespace {
 /// Three bases share 0.9999, not 1: the columns of consensus motifs are not divided by their sum.
 constexpr double third = 0.3333;
 
-std::optional<Column> columnOfLetter(char letter) {
-    switch (letter) {
-        case 'A':
-            return Column{1, 0, 0, 0};
-        case 'C':
-            return Column{0, 1, 0, 0};
-        case 'G':
-            return Column{0, 0, 1, 0};
-        case 'T':
-            return Column{0, 0, 0, 1};
-        case 'M':
-            return Column{0.5, 0.5, 0, 0};
-        case 'R':
-            return Column{0.5, 0, 0.5, 0};
-        case 'W':
-            return Column{0.5, 0, 0, 0.5};
-        case 'S':
-            return Column{0, 0.5, 0.5, 0};
-        case 'Y':
-            return Column{0, 0.5, 0, 0.5};
-        case 'K':
-            return Column{0, 0, 0.5, 0.5};
-        case 'V':
-            return Column{third, third, third, 0};
-        case 'H':
-            return Column{third, third, 0, third};
-        case 'D':
-            return Column{third, 0, third, third};
-        case 'B':
-            return Column{0, third, third, third};
-        case 'N':
-            return Column{0.25, 0.25, 0.25, 0.25};
-        default:
-            return std::nullopt;  // a gap is no position
-    }
-}
+struct LetterColumn {
+    char letter;
+    Column column;
+};
+
+constexpr LetterColumn letterColumns[] = {
+    {'A', {1, 0, 0, 0}},
+    {'C', {0, 1, 0, 0}},
+    {'G', {0, 0, 1, 0}},
+    {'T', {0, 0, 0, 1}},
+    {'M', {0.5, 0.5, 0, 0}},
+    {'R', {0.5, 0, 0.5, 0}},
+    {'W', {0.5, 0, 0, 0.5}},
+    {'S', {0, 0.5, 0.5, 0}},
+    {'Y', {0, 0.5, 0, 0.5}},
+    {'K', {0, 0, 0.5, 0.5}},
+    {'V', {third, third, third, 0}},
+    {'H', {third, third, 0, third}},
+    {'D', {third, 0, third, third}},
+    {'B', {0, third, third, third}},
+    {'N', {0.25, 0.25, 0.25, 0.25}},
+};
 
 }  // namespace
 
@@ -53,7 +40,8 @@ Matrix matrixOfIUPAC(const Block& rows) {
     for (const Row& row : std::span(rows).subspan(1)) {
         if (row.size() != 1) continue;
         for (const char letter : row[0]) {
-            if (const std::optional<Column> column = columnOfLetter(letter)) matrix.push_back(*column);
+            const auto known = std::ranges::find(letterColumns, letter, &LetterColumn::letter);
+            if (known != std::end(letterColumns)) matrix.push_back(known->column);  // a gap is no position
         }
     }
     return matrix;

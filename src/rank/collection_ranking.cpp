@@ -47,17 +47,19 @@ RecordLists matchesInCollection(const RecordSource& recordsOf, std::size_t input
 
 void writeCollectionSections(const RecordSource& records, std::initializer_list<ReportPass> passes) {
     const RecordLists bestMatches = matchesInCollection(records, Datasets.size(), DatabaseDatasets, numBestMatches);
-    const ReportWalk walk{" Best Matches in Database for Each Motif (Highest to Lowest) ",
-                          70,
-                          65,
-                          " Best Matches for Motif ID ",
-                          72,
-                          72,
-                          "Reserve complement motif",
-                          eachMotifMode,
-                          bestMatches,
-                          motifsWithMatches(bestMatches),
-                          false};
+    const ReportWalk walk{
+        .sectionTitle = " Best Matches in Database for Each Motif (Highest to Lowest) ",
+        .starsBefore = 70,
+        .starsAfter = 65,
+        .motifTitle = " Best Matches for Motif ID ",
+        .motifStars = 72,
+        .briefMotifStars = 72,
+        .reverseTitle = "Reserve complement motif",
+        .mode = eachMotifMode,
+        .bestMatches = bestMatches,
+        .motifs = motifsWithMatches(bestMatches),
+        .isSingleFileNote = false,
+    };
     for (const ReportPass& pass : passesForFormat(passes)) writePass(walk, pass);
 }
 

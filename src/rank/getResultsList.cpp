@@ -48,17 +48,19 @@ void writeWalk(const ReportWalk& walk, std::initializer_list<ReportPass> passes)
 /// The top motifs of the matching across files.
 void writeTopWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
     const ReportWalk walk{
-        " Top " + std::to_string(numTopMotif) + " Significant Motifs - Global Matching (Highest to Lowest) ",
-        66,
-        66,
-        " Best Matches for Top Significant Motif ID ",
-        63,
-        63,
-        reverseTitle,
-        topMode,
-        bestMatches,
-        std::move(motifs),
-        numFile == 1};
+        .sectionTitle =
+            " Top " + std::to_string(numTopMotif) + " Significant Motifs - Global Matching (Highest to Lowest) ",
+        .starsBefore = 66,
+        .starsAfter = 66,
+        .motifTitle = " Best Matches for Top Significant Motif ID ",
+        .motifStars = 63,
+        .briefMotifStars = 63,
+        .reverseTitle = reverseTitle,
+        .mode = topMode,
+        .bestMatches = bestMatches,
+        .motifs = std::move(motifs),
+        .isSingleFileNote = numFile == 1,
+    };
     if (isTypeAll()) {
         writeWalk(walk, {fullPass, briefPass, globalPass, fullPagePass, globalPagePass});
     } else {
@@ -68,32 +70,36 @@ void writeTopWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
 
 /// The top motifs of the matching within and across files.
 void writeSignificantWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
-    const ReportWalk walk{" Significant Motifs - Global and Local Matching (Highest to Lowest) ",
-                          64,
-                          64,
-                          " Best Matches for Significant Motif ID ",
-                          67,
-                          62,
-                          reverseTitle,
-                          topMode,
-                          bestMatches,
-                          std::move(motifs),
-                          false};
+    const ReportWalk walk{
+        .sectionTitle = " Significant Motifs - Global and Local Matching (Highest to Lowest) ",
+        .starsBefore = 64,
+        .starsAfter = 64,
+        .motifTitle = " Best Matches for Significant Motif ID ",
+        .motifStars = 67,
+        .briefMotifStars = 62,
+        .reverseTitle = reverseTitle,
+        .mode = topMode,
+        .bestMatches = bestMatches,
+        .motifs = std::move(motifs),
+        .isSingleFileNote = false,
+    };
     writeWalk(walk, {fullPass, briefPass, fullPagePass});
 }
 
 void writeEachMotifWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
-    const ReportWalk walk{" Best Matches for Each Motif (Highest to Lowest) ",
-                          70,
-                          77,
-                          " Best Matches for Motif ID ",
-                          72,
-                          72,
-                          reverseTitle,
-                          eachMotifMode,
-                          bestMatches,
-                          std::move(motifs),
-                          false};
+    const ReportWalk walk{
+        .sectionTitle = " Best Matches for Each Motif (Highest to Lowest) ",
+        .starsBefore = 70,
+        .starsAfter = 77,
+        .motifTitle = " Best Matches for Motif ID ",
+        .motifStars = 72,
+        .briefMotifStars = 72,
+        .reverseTitle = reverseTitle,
+        .mode = eachMotifMode,
+        .bestMatches = bestMatches,
+        .motifs = std::move(motifs),
+        .isSingleFileNote = false,
+    };
     writeWalk(walk, {fullPass, briefPass, fullPagePass});
 }
 

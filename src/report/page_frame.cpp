@@ -11,10 +11,6 @@ namespace {
 
 constexpr const char* logoToolAddress = "http://weblogo.berkeley.edu";
 
-std::string yesOrNo(const std::string& answer) {
-    return answer == "Y" ? "Yes" : "No";
-}
-
 std::string parameterRows(const std::ios_base& stream) {
     std::string rows = labelledRow("Number of files: ", std::to_string(numFile)) +
                        labelledRow("Number of top significant motifs: ", std::to_string(numTopMotif)) +

@@ -24,6 +24,11 @@ void appendFixed(std::string& line, double number);
 /// significant digits.
 std::string numberLike(const std::ios_base& stream, double number);
 
+/// How the headers show an answer of "Y" or "N".
+inline const char* yesOrNo(const std::string& answer) {
+    return answer == "Y" ? "Yes" : "No";
+}
+
 /// Product name and version, each on a line.
 std::string bannerText();
 

@@ -15,10 +15,6 @@ std::string starRule() {
     return std::string(ruleWidth, '*') + "\n";
 }
 
-const char* yesOrNo(const std::string& answer) {
-    return answer == "Y" ? "Yes" : "No";
-}
-
 }  // namespace
 
 std::string textHeader(const std::ios_base& stream) {

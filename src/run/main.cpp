@@ -90,6 +90,13 @@ void when(bool condition, Stages... stages) {
     if (condition) (stages(), ...);
 }
 
+/// A report, whether the answers ask for it, and the stages that open and close it.
+struct ReportFrame {
+    bool isAsked;
+    void (*writeHeader)();
+    void (*writeFooter)();
+};
+
 /// Reads the chosen reference collection.
 void readDatabase() {
     if (DBName == "transfac") readTransfacDatabase();
@@ -131,20 +138,25 @@ int main() {
     when(holdsInputRecords(), forwardScan, backwardScan, getMaxScores, calculateSumScoresCompare);
 
     // Every report that the answers ask for exists from here on, with its header.
-    when(isText, writeHeaderGlobalText);
-    when(isText && isDatabase, writeHeaderGlobalTextDatabaseMatch);
-    when(isPage, writeHeaderGlobalHTMLOrPDF);
-    when(isPage && isDatabase, writeHeaderGlobalHTMLOrPDFDatabaseMatch);
-    when(isAll && isText, writeHeaderText, writeHeaderTextWithoutMotif);
-    when(isAll && isPage, writeHeaderHTMLOrPDF);
-    when(isAll && isDatabase && isText, writeHeaderTextDatabaseMatch, writeHeaderTextWithoutMotifDatabaseMatch);
-    when(isAll && isDatabase && isPage, writeHeaderHTMLOrPDFDatabaseMatch);
-
-    when(isCombined, writeHeaderCombinedMatrixGlobal);
-    when(isCombined && isAll, writeHeaderCombinedMatrixGlobalAndLocal, writeHeaderCombinedMatrixBestMatches);
-
-    when(isTree && isPage, writeHeaderPhylogeneticTreeGlobalHTMLOrPDF);
-    when(isTree && isPage && isAll, writeHeaderPhylogeneticTreeHTMLOrPDF);
+    const ReportFrame frames[] = {
+        {isText, writeHeaderGlobalText, writeFooterGlobalText},
+        {isText && isDatabase, writeHeaderGlobalTextDatabaseMatch, writeFooterGlobalTextDatabaseMatch},
+        {isPage, writeHeaderGlobalHTMLOrPDF, writeFooterGlobalHTMLOrPDF},
+        {isPage && isDatabase, writeHeaderGlobalHTMLOrPDFDatabaseMatch, writeFooterGlobalHTMLOrPDFDatabaseMatch},
+        {isAll && isText, writeHeaderText, writeFooterText},
+        {isAll && isText, writeHeaderTextWithoutMotif, writeFooterTextWithoutMotif},
+        {isAll && isPage, writeHeaderHTMLOrPDF, writeFooterHTMLOrPDF},
+        {isAll && isDatabase && isText, writeHeaderTextDatabaseMatch, writeFooterTextDatabaseMatch},
+        {isAll && isDatabase && isText, writeHeaderTextWithoutMotifDatabaseMatch,
+         writeFooterTextWithoutMotifDatabaseMatch},
+        {isAll && isDatabase && isPage, writeHeaderHTMLOrPDFDatabaseMatch, writeFooterHTMLOrPDFDatabaseMatch},
+        {isCombined, writeHeaderCombinedMatrixGlobal, writeFooterCombinedMatrixGlobal},
+        {isCombined && isAll, writeHeaderCombinedMatrixGlobalAndLocal, writeFooterCombinedMatrixGlobalAndLocal},
+        {isCombined && isAll, writeHeaderCombinedMatrixBestMatches, writeFooterCombinedMatrixBestMatches},
+        {isTree && isPage, writeHeaderPhylogeneticTreeGlobalHTMLOrPDF, writeFooterPhylogeneticTreeGlobalHTMLOrPDF},
+        {isTree && isPage && isAll, writeHeaderPhylogeneticTreeHTMLOrPDF, writeFooterPhylogeneticTreeHTMLOrPDF},
+    };
+    for (const ReportFrame& frame : frames) when(frame.isAsked, frame.writeHeader);
 
     // Best matches and top motifs are known and reported.
     getResultsList();
@@ -190,20 +202,7 @@ int main() {
     wtime = stop - start;
 
     // The run time is known: the reports are closed by their footers.
-    when(isText, writeFooterGlobalText);
-    when(isText && isDatabase, writeFooterGlobalTextDatabaseMatch);
-    when(isPage, writeFooterGlobalHTMLOrPDF);
-    when(isPage && isDatabase, writeFooterGlobalHTMLOrPDFDatabaseMatch);
-    when(isAll && isText, writeFooterText, writeFooterTextWithoutMotif);
-    when(isAll && isPage, writeFooterHTMLOrPDF);
-    when(isAll && isDatabase && isText, writeFooterTextDatabaseMatch, writeFooterTextWithoutMotifDatabaseMatch);
-    when(isAll && isDatabase && isPage, writeFooterHTMLOrPDFDatabaseMatch);
-
-    when(isCombined, writeFooterCombinedMatrixGlobal);
-    when(isCombined && isAll, writeFooterCombinedMatrixGlobalAndLocal, writeFooterCombinedMatrixBestMatches);
-
-    when(isTree && isPage, writeFooterPhylogeneticTreeGlobalHTMLOrPDF);
-    when(isTree && isPage && isAll, writeFooterPhylogeneticTreeHTMLOrPDF);
+    for (const ReportFrame& frame : frames) when(frame.isAsked, frame.writeFooter);
 
     // Pages are finished, so they can be converted.
     if (writesPDF()) {

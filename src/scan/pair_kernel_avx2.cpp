@@ -2,7 +2,7 @@
 
 // The stages for processors with AVX2, found out at run time, so the rest of the program needs no special build.
 
-#if defined(__x86_64__) && defined(__GNUC__)
+#ifdef __x86_64__
 
 #include <immintrin.h>
 
@@ -195,20 +195,6 @@ Stages avx2Stages() {
 
 bool hasAvx2() {
     return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("popcnt");
-}
-
-}  // namespace varnolix::kernel
-
-#else
-
-namespace varnolix::kernel {
-
-Stages avx2Stages() {
-    return portableStages();
-}
-
-bool hasAvx2() {
-    return false;
 }
 
 }  // namespace varnolix::kernel

@@ -2,7 +2,7 @@
 
 // The stages for processors with AVX-512: as pair_kernel_avx2.cpp, with twice the lanes, and masks in place of tables.
 
-#if defined(__x86_64__) && defined(__GNUC__)
+#ifdef __x86_64__
 
 // The headers of g++ 12 leave registers undefined on purpose and are warned about.
 #if !defined(__clang__)
@@ -142,20 +142,6 @@ Stages avx512Stages() {
 bool hasAvx512() {
     return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
            __builtin_cpu_supports("avx512dq") && __builtin_cpu_supports("popcnt");
-}
-
-}  // namespace varnolix::kernel
-
-#else
-
-namespace varnolix::kernel {
-
-Stages avx512Stages() {
-    return portableStages();
-}
-
-bool hasAvx512() {
-    return false;
 }
 
 }  // namespace varnolix::kernel

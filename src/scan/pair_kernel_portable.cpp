@@ -79,4 +79,22 @@ Stages portableStages() {
     return {filterShifts, sumCells};
 }
 
+#ifndef __x86_64__
+
+// Other processors have the portable way alone.
+Stages avx2Stages() {
+    return portableStages();
+}
+bool hasAvx2() {
+    return false;
+}
+Stages avx512Stages() {
+    return portableStages();
+}
+bool hasAvx512() {
+    return false;
+}
+
+#endif
+
 }  // namespace varnolix::kernel
