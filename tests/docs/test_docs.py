@@ -126,7 +126,8 @@ class Paths(unittest.TestCase):
                 if re.fullmatch(r"[a-z]+(_[a-z]+)+", code):
                     self.assertTrue(code in units or code in everything, "no such unit or name")
                 elif re.fullmatch(r"[A-Za-z]+[a-z][A-Z]\w*(\[\w\])?\.*", code):
-                    self.assertIn(code.split("[")[0].rstrip("."), everything)
+                    end = "" if code.endswith("...") else r"\b"
+                    self.assertRegex(everything, r"\b" + code.split("[")[0].rstrip(".") + end)
 
     def test_the_two_commands_come_first_and_can_be_run(self):
         commands = re.findall(r"^    (scripts/\S+)", text_of("README.md"), re.MULTILINE)[:2]
