@@ -83,7 +83,8 @@ void resetGlobals() {
     resetOutputNames();
     resetStreams();
     startAnew(Matrices, InputFiles, mergedMatrix);
-    startAnew(FileNameType, Datasets, DatabaseDatasets, DatasetsMatrixText, DatabaseDatasetsMatrixText, scannedPairs);
+    startAnew(FileNameType, Datasets, DatabaseDatasets, DatasetsMatrixText, DatabaseDatasetsMatrixText);
+    startAnew(scannedPairs, scannedDatabasePairs);
     startAnew(DatasetsCombinedScoreLists, DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists);
     startAnew(maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList);
     startAnew(commonBestScoreResultList, globalMatchingScoreResultList);

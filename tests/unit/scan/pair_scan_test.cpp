@@ -1,0 +1,143 @@
+#include "scan/pair_scan.h"
+
+#include <omp.h>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+
+#include "scan/backwardScan.h"
+#include "scan/forwardScan.h"
+#include "scan/plain_walk.h"
+#include "support/random_motifs.h"
+#include "support/run_fixture.h"
+
+// Both scans against the walk of the regions: same records, same order, same bits, for any number of threads.
+
+namespace varnolix {
+namespace {
+
+using testing::RandomMotifs;
+using testing::walkBothScans;
+using testing::walked;
+
+class PairScanTest : public testing::RunTest {
+  protected:
+    ~PairScanTest() override { omp_set_num_threads(threadsBefore_); }
+
+    static RecordLists scan(const std::vector<data>& motifs, double cutoff) {
+        Datasets = motifs;
+        simCutoff = cutoff;
+        DatasetsCombinedScoreLists.clear();
+        forwardScan();
+        backwardScan();
+        return DatasetsCombinedScoreLists;
+    }
+
+    static void expectWalked(const RecordLists& lists, const std::vector<data>& motifs, double cutoff) {
+        expectRecords(lists, walkBothScans(motifs, cutoff));
+    }
+
+    static void expectRecords(const RecordLists& lists,
+                              const std::vector<std::vector<testing::WalkedRecord>>& expected) {
+        ASSERT_EQ(lists.size(), expected.size());
+        for (std::size_t motif = 0; motif < lists.size(); ++motif) {
+            ASSERT_EQ(walked(lists[motif]), expected[motif]) << "motif " << motif + 1;
+        }
+    }
+
+    int threadsBefore_ = omp_get_max_threads();
+};
+
+TEST_F(PairScanTest, RandomMotifsGiveTheRecordsOfTheWalk) {
+    for (const double cutoff : {0.5, 0.6, 0.75, 0.9}) {
+        for (std::uint64_t seed = 1; seed <= 4; ++seed) {
+            SCOPED_TRACE("seed " + std::to_string(seed) + ", cutoff " + std::to_string(cutoff));
+            const std::vector<data> motifs = RandomMotifs(seed).motifs(25, 3);
+            expectWalked(scan(motifs, cutoff), motifs, cutoff);
+        }
+    }
+}
+
+TEST_F(PairScanTest, ThreadsChangeNothing) {
+    // More motifs than one block of lists.
+    const std::vector<data> motifs = RandomMotifs(77).motifs(90, 2);
+    const auto expected = walkBothScans(motifs, 0.8);
+    for (const int threads : {1, 2, 3, 7}) {
+        omp_set_num_threads(threads);
+        SCOPED_TRACE(threads);
+        expectRecords(scan(motifs, 0.8), expected);
+    }
+}
+
+TEST_F(PairScanTest, OddValuesGiveTheRecordsOfTheWalk) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    for (std::uint64_t seed = 1; seed <= 6; ++seed) {
+        SCOPED_TRACE(seed);
+        RandomMotifs random(seed);
+        std::vector<data> motifs = random.motifs(14, 1);
+        for (std::size_t motif = 0; motif < motifs.size(); motif += 3) {
+            Matrix matrix = motifs[motif].matrix;
+            if (matrix.empty()) continue;
+            Column& column = matrix[random.pick(matrix.size())];
+            switch (random.pick(4)) {
+                case 0:
+                    column = {nan, nan, nan, nan};
+                    break;
+                case 1:
+                    column = {2.0, -1.0, 0.0, 0.0};
+                    break;
+                case 2:
+                    column = {1.1, -0.3, 0.1, 0.1};
+                    break;
+                default:
+                    column = {std::numeric_limits<double>::infinity(), 0, 0, 0};
+            }
+            motifs[motif] = testing::motifOfMatrix(static_cast<int>(motif) + 1, matrix);
+        }
+        expectWalked(scan(motifs, 0.5), motifs, 0.5);
+    }
+}
+
+TEST_F(PairScanTest, VeryLongMotifsGiveTheRecordsOfTheWalk) {
+    RandomMotifs random(9);
+    std::vector<data> motifs;
+    int id = 0;
+    for (const std::size_t length : {254U, 255U, 256U, 300U, 4U, 12U}) {
+        motifs.push_back(testing::motifOfMatrix(++id, random.matrix(length)));
+    }
+    expectWalked(scan(motifs, 0.7), motifs, 0.7);
+}
+
+TEST_F(PairScanTest, ScansAgainstChosenMotifsOnly) {
+    RandomMotifs random(3);
+    const std::vector<data> lefts = random.motifs(6, 1);
+    const std::vector<data> rights = random.motifs(9, 1);
+    const std::vector<std::size_t> chosen = {4, 1};
+    const ShiftRows rows = scanAgainst(lefts, chosen, rights, 0.6);
+    ASSERT_EQ(rows.size(), 6U);
+    for (const std::size_t left : {0U, 2U, 3U, 5U}) EXPECT_TRUE(rows[left].empty()) << left;
+    RecordLists lists;
+    appendRecordsAgainst(Direction::forward, rows, lefts, rights, lists);
+    appendRecordsAgainst(Direction::backward, rows, lefts, rights, lists);
+    for (const std::size_t left : chosen) {
+        std::vector<testing::WalkedRecord> expected;
+        for (const bool isForward : {true, false}) {
+            for (const data& right : rights) {
+                testing::walkBothRegions(isForward, lefts[left], right, 0.6, expected);
+            }
+        }
+        EXPECT_EQ(walked(lists[left]), expected);
+        EXPECT_FALSE(expected.empty());
+    }
+}
+
+TEST_F(PairScanTest, NoMotifsGiveNothing) {
+    EXPECT_TRUE(scanAllPairs({}, 0.5).empty());
+    EXPECT_TRUE(scan({}, 0.5).empty());
+    const std::vector<data> one = {testing::motifOfText(1, "ACGTACGT")};
+    EXPECT_TRUE(scanAgainst(one, {}, one, 0.5)[0].empty());
+}
+
+}  // namespace
+}  // namespace varnolix

@@ -1,0 +1,148 @@
+#include "scan/plain_score.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace varnolix {
+namespace {
+
+const Column a = {1, 0, 0, 0};
+const Column c = {0, 1, 0, 0};
+const Column half = {0.5, 0.5, 0, 0};
+const Column none = {std::nan(""), std::nan(""), std::nan(""), std::nan("")};
+
+Matrix run(const Column& column, std::size_t count = 4) {
+    return Matrix(count, column);
+}
+
+AlignmentScore score(const Matrix& left, const Matrix& leftReversed, const Matrix& right, const Matrix& rightReversed,
+                     int shift = 0) {
+    const AlignmentScore forward =
+        plainScore({left, leftReversed}, {right, rightReversed}, shift, 1.0, Direction::forward);
+    const AlignmentScore backward =
+        plainScore({left, leftReversed}, {right, rightReversed}, shift, 1.0, Direction::backward);
+    EXPECT_EQ(forward.orientation, backward.orientation);
+    EXPECT_TRUE(forward.score == backward.score || std::isnan(forward.score));
+    return forward;
+}
+
+TEST(PlainScore, EqualMotifsScoreOne) {
+    const AlignmentScore best = score(run(a), run(c), run(a), run(c));
+    EXPECT_EQ(best.score, 1.0);
+    EXPECT_EQ(best.orientation, Orientation::bothOriginal);
+}
+
+TEST(PlainScore, DifferentBasesScoreOneHalf) {
+    EXPECT_EQ(score(run(a), run(a), run(c), run(c)).score, 0.5);
+}
+
+TEST(PlainScore, HalfSharedBaseScoresThreeQuarters) {
+    EXPECT_EQ(score(run(a), run(a), run(half), run(half)).score, 0.75);
+}
+
+TEST(PlainScore, BestOrientationWins) {
+    EXPECT_EQ(score(run(a), run(c), run(c), run(a)).orientation, Orientation::secondReversed);
+    EXPECT_EQ(score(run(c), run(a), run(a), run(half)).orientation, Orientation::firstReversed);
+    EXPECT_EQ(score(run(c), run(a), run(half), run(a)).orientation, Orientation::bothReversed);
+}
+
+TEST(PlainScore, FirstOfEqualScoresWins) {
+    EXPECT_EQ(score(run(a), run(a), run(a), run(a)).orientation, Orientation::bothOriginal);
+    EXPECT_EQ(score(run(a), run(a), run(c), run(a)).orientation, Orientation::secondReversed);
+    EXPECT_EQ(score(run(c), run(a), run(a), run(a)).orientation, Orientation::firstReversed);
+}
+
+TEST(PlainScore, OnlyFacingColumnsCount) {
+    // Columns 2 and 3 of the left motif face columns 0 and 1 of the right one.
+    const Matrix left = {c, c, a, a};
+    const Matrix right = {a, a, c, c};
+    EXPECT_EQ(score(left, left, right, right, -2).score, 1.0);
+    EXPECT_EQ(score(right, right, left, left, 2).score, 1.0);
+}
+
+TEST(PlainScore, FirstScoreThatIsNoNumberStays) {
+    const Matrix gap = {a, none, a, a};
+    EXPECT_TRUE(std::isnan(score(gap, run(a), run(a), run(a)).score));
+    EXPECT_EQ(score(gap, run(a), run(a), run(a)).orientation, Orientation::bothOriginal);
+}
+
+TEST(PlainScore, LaterScoreThatIsNoNumberIsPassedOver) {
+    const Matrix gap = {a, none, a, a};
+    const AlignmentScore best = score(run(c), run(a), run(a), gap);
+    EXPECT_EQ(best.score, 1.0);
+    EXPECT_EQ(best.orientation, Orientation::firstReversed);
+}
+
+TEST(PlainScore, ValuesOutsideTheUnitFollowTheSameRule) {
+    const Column wide = {1.5, -0.5, 0, 0};
+    // Cells 1 - 0.5, 1 - 0.5, 1, 1.
+    EXPECT_EQ(score(run(a), run(a), run(wide), run(wide)).score, 0.75);
+    // Cells 1 - 1.5, 1 - 1.5, 1, 1.
+    EXPECT_EQ(score(run(c), run(c), run(wide), run(wide)).score, 0.25);
+}
+
+TEST(PlainScore, CellsAreRoundedBeforeTheyAreAdded) {
+    // 1 - 2^-60 rounds to 1; sums of unrounded cells would stay below.
+    const Column almost = {1, 0x1p-60, 0, 0};
+    EXPECT_EQ(score(run(a), run(a), run(almost), run(almost)).score, 1.0);
+}
+
+TEST(PlainScore, SumIsHeldInExtendedPrecision) {
+    // The mean is 1 - 0.75 * 2^-53, next to 1 - 2^-53; a sum held in doubles would round to 1 at its second cell.
+    const Column next = {1, 0x1p-53, 0x1p-53, 0x1p-53};
+    EXPECT_EQ(score(run(a), run(a), run(next), run(next)).score, 1 - 0x1p-53);
+}
+
+std::vector<ScoredShift> shiftsOf(const Matrix& left, const Matrix& right, double cutoff,
+                                  OuterMotif outer = OuterMotif::left) {
+    std::vector<ScoredShift> kept;
+    appendPlainShifts({left, left}, {right, right}, outer, 5, 4, 1.0, cutoff, kept);
+    return kept;
+}
+
+TEST(AppendPlainShifts, WalksEveryShiftInBothDirections) {
+    const std::vector<ScoredShift> kept = shiftsOf(run(a, 5), run(a, 6), 0.9);
+    // Shifts -1 to 2, each once forward and once backward.
+    ASSERT_EQ(kept.size(), 8U);
+    for (std::size_t place = 0; place < kept.size(); ++place) {
+        EXPECT_EQ(kept[place].shift, static_cast<int>(place / 2) - 1);
+        EXPECT_EQ(kept[place].walks, place % 2 == 0 ? forwardWalk : backwardWalk);
+        EXPECT_EQ(kept[place].partner, 5U);
+        EXPECT_EQ(kept[place].score, 1.0);
+    }
+}
+
+TEST(AppendPlainShifts, KeepsScoreEqualToCutoff) {
+    EXPECT_EQ(shiftsOf(run(a), run(half), 0.75).size(), 2U);
+    EXPECT_EQ(shiftsOf(run(a), run(half), std::nextafter(0.75, 1.0)).size(), 0U);
+}
+
+TEST(AppendPlainShifts, ShortMotifsGiveNothing) {
+    EXPECT_TRUE(shiftsOf(run(a, 3), run(a, 9), 0.5).empty());
+    EXPECT_TRUE(shiftsOf(run(a, 9), run(a, 3), 0.5).empty());
+    EXPECT_TRUE(shiftsOf({}, run(a, 9), 0.5).empty());
+}
+
+TEST(AppendPlainShifts, ScoreThatIsNoNumberIsDropped) {
+    const Matrix gap = {a, a, a, a, none};
+    // Of the shifts -1, 0 and 1 only -1 lays no column of the partner on the last one.
+    const std::vector<ScoredShift> kept = shiftsOf(run(a, 5), gap, 0.5);
+    ASSERT_EQ(kept.size(), 2U);
+    EXPECT_EQ(kept[0].shift, -1);
+}
+
+TEST(AppendPlainShifts, LabelsNameTheOuterMotifFirst) {
+    std::vector<ScoredShift> kept;
+    // Left reversed on right original fits. Seen from the left motif its own strand is reversed, seen from the right
+    // one the second's.
+    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::left, 0, 4, 1.0, 0.9, kept);
+    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::right, 0, 4, 1.0, 0.9, kept);
+    ASSERT_EQ(kept.size(), 4U);
+    EXPECT_EQ(kept[0].orientation, Orientation::firstReversed);
+    EXPECT_EQ(kept[2].orientation, Orientation::secondReversed);
+}
+
+}  // namespace
+}  // namespace varnolix
