@@ -1,0 +1,233 @@
+#include "rank/best_matches.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+
+#include "rank/comparison.h"
+
+namespace varnolix {
+namespace {
+
+using Records = std::vector<dataCombinedScore>;
+
+/// A record told by its partner and its score.
+struct Match {
+    int partner;
+    double score;
+
+    bool operator==(const Match&) const = default;
+};
+
+Records recordsOf(const std::vector<Match>& matches) {
+    Records records;
+    for (const Match& match : matches) {
+        dataCombinedScore record{};
+        record.matrixID1 = 1;
+        record.matrixID2 = match.partner;
+        record.combinedScore = match.score;
+        record.position = static_cast<std::uint32_t>(records.size()) & 0xFFFFU;
+        records.push_back(record);
+    }
+    return records;
+}
+
+std::vector<Match> matchesOf(const Records& records) {
+    std::vector<Match> matches;
+    for (const dataCombinedScore& record : records) matches.push_back({record.matrixID2, record.combinedScore});
+    return matches;
+}
+
+std::uint32_t partnerOf(const dataCombinedScore& record) {
+    return static_cast<std::uint32_t>(record.matrixID2);
+}
+
+Records select(const Records& records, const BestMatchRule& rule) {
+    BestMatchScratch scratch;
+    gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
+    return selectBestMatches(std::span<const dataCombinedScore>(records), rule, scratch, partnerOf);
+}
+
+std::vector<Match> select(const std::vector<Match>& matches, const BestMatchRule& rule) {
+    return matchesOf(select(recordsOf(matches), rule));
+}
+
+using Matches = std::vector<Match>;
+
+const Matches fiveRecords = {{5, 0.75}, {2, 0.25}, {3, 0.5}, {2, 0.125}, {4, 1.0}};
+
+TEST(BestMatches, EmptyListGivesEmptyList) {
+    EXPECT_TRUE(select(Matches{}, inputRule(5, false)).empty());
+    EXPECT_TRUE(select(Matches{}, collectionRule(5)).empty());
+}
+
+TEST(BestMatches, PartnerStandsOnceWithItsBestRecord) {
+    EXPECT_EQ(select(fiveRecords, inputRule(50, false)), (Matches{{2, 0.125}, {3, 0.5}, {5, 0.75}, {4, 1.0}}));
+}
+
+TEST(BestMatches, CountLimitsTheList) {
+    EXPECT_EQ(select(fiveRecords, inputRule(2, false)), (Matches{{2, 0.125}, {3, 0.5}}));
+    EXPECT_EQ(select(fiveRecords, inputRule(4, false)).size(), 4U);
+}
+
+TEST(BestMatches, FirstMotifKeepsOneMore) {
+    EXPECT_EQ(select(fiveRecords, inputRule(2, true)), (Matches{{2, 0.125}, {3, 0.5}, {5, 0.75}}));
+    EXPECT_EQ(select(fiveRecords, inputRule(50, true)).size(), 4U);
+}
+
+TEST(BestMatches, OneMatchKeepsOneRecordAndTwoOfTheFirstMotif) {
+    EXPECT_EQ(select(fiveRecords, inputRule(1, false)), (Matches{{2, 0.125}}));
+    EXPECT_EQ(select(fiveRecords, inputRule(1, true)), (Matches{{2, 0.125}, {3, 0.5}}));
+}
+
+TEST(BestMatches, OneMatchOfTheFirstMotifLooksPastItsPartner) {
+    // Records of the partner already kept are skipped until another partner comes.
+    EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}, {2, 0.3}, {3, 0.4}, {4, 0.5}}, inputRule(1, true)),
+              (Matches{{2, 0.1}, {3, 0.4}}));
+    EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}}, inputRule(1, true)), (Matches{{2, 0.1}}));
+}
+
+TEST(BestMatches, AgainstACollectionOneMatchKeepsTwo) {
+    EXPECT_EQ(select(Matches{{2, 0.1}, {3, 0.2}, {4, 0.3}}, collectionRule(1)), (Matches{{2, 0.1}, {3, 0.2}}));
+}
+
+TEST(BestMatches, AgainstACollectionTheTestFollowsSkippedRecordsToo) {
+    // The second record is skipped, and the count of 1 ends the walk before the third is looked at.
+    EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}, {3, 0.3}}, collectionRule(1)), (Matches{{2, 0.1}}));
+    EXPECT_EQ(select(Matches{{2, 0.1}}, collectionRule(1)), (Matches{{2, 0.1}}));
+}
+
+TEST(BestMatches, AgainstACollectionLargerCountsAreKept) {
+    EXPECT_EQ(select(fiveRecords, collectionRule(2)), (Matches{{2, 0.125}, {3, 0.5}}));
+    EXPECT_EQ(select(fiveRecords, collectionRule(3)), (Matches{{2, 0.125}, {3, 0.5}, {5, 0.75}}));
+    EXPECT_EQ(select(fiveRecords, collectionRule(50)).size(), 4U);
+}
+
+TEST(BestMatches, RecordsOutsideTheFilterAreNotSeen) {
+    const Records records = recordsOf(fiveRecords);
+    BestMatchScratch scratch;
+    gatherKeys(records, scratch, [](const dataCombinedScore& record) { return record.matrixID2 != 2; });
+    EXPECT_EQ(matchesOf(selectBestMatches(std::span<const dataCombinedScore>(records), inputRule(2, false), scratch,
+                                          partnerOf)),
+              (Matches{{3, 0.5}, {5, 0.75}}));
+}
+
+/// Sorted whole, then reduced record by record.
+Records plainSelection(Records records, int most, int countAtFirst, bool testsAfterFirst) {
+    std::sort(records.begin(), records.end(), comparison);
+    Records kept;
+    std::vector<int> seen;
+    int count = 0;
+    for (const dataCombinedScore& record : records) {
+        if (kept.empty()) {
+            count = countAtFirst;
+        } else if (std::find(seen.begin(), seen.end(), record.matrixID2) != seen.end()) {
+            if (count >= most) break;
+            continue;
+        } else {
+            ++count;
+        }
+        kept.push_back(record);
+        seen.push_back(record.matrixID2);
+        const bool isFirst = kept.size() == 1;
+        if (count >= most && (!isFirst || testsAfterFirst)) break;
+    }
+    return kept;
+}
+
+TEST(BestMatches, RandomListsAgreeWithSortingThemWhole) {
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        std::mt19937_64 engine(seed);
+        Matches matches(engine() % 400);
+        const int partners = 1 + static_cast<int>(engine() % 60);
+        for (Match& match : matches) {
+            match.partner = 1 + static_cast<int>(engine() % static_cast<unsigned>(partners));
+            match.score = static_cast<double>(engine() % 40) * 0.25;  // many ties
+        }
+        const Records records = recordsOf(matches);
+        for (const int most : {1, 2, 10, 50}) {
+            struct Case {
+                BestMatchRule rule;
+                Records expected;
+            };
+            for (const Case& each : {Case{inputRule(most, true), plainSelection(records, most, 0, true)},
+                                     {inputRule(most, false), plainSelection(records, most, 1, true)},
+                                     {collectionRule(most), plainSelection(records, most, 1, false)}}) {
+                const Records kept = select(records, each.rule);
+                ASSERT_EQ(kept.size(), each.expected.size()) << "seed " << seed << ", most " << most;
+                for (std::size_t place = 0; place < kept.size(); ++place) {
+                    ASSERT_EQ(kept[place].position, each.expected[place].position) << "seed " << seed;
+                }
+            }
+        }
+    }
+}
+
+RecordLists listsOfScores(const std::vector<std::vector<double>>& scores) {
+    RecordLists lists;
+    for (const std::vector<double>& list : scores) {
+        Matches matches;
+        for (const double score : list) matches.push_back({static_cast<int>(matches.size()) + 2, score});
+        lists.push_back(recordsOf(matches));
+    }
+    return lists;
+}
+
+std::vector<int> idsOf(const std::vector<commonBestMatches>& ranking) {
+    std::vector<int> ids;
+    for (const commonBestMatches& motif : ranking) ids.push_back(motif.matrixID);
+    return ids;
+}
+
+TEST(RankBySum, LowestSumComesFirst) {
+    const std::vector<commonBestMatches> ranking = rankBySum(listsOfScores({{1, 2}, {0.5}, {0.25, 0.125}, {9}}));
+    EXPECT_EQ(idsOf(ranking), (std::vector<int>{3, 2, 1, 4}));
+    EXPECT_EQ(ranking[0].sumCombinedScore, 0.375);
+    EXPECT_EQ(ranking[2].sumCombinedScore, 3.0);
+}
+
+TEST(RankBySum, EmptyListsCountZero) {
+    const std::vector<commonBestMatches> ranking = rankBySum(listsOfScores({{1}, {}, {0.5}, {}}));
+    EXPECT_EQ(idsOf(ranking), (std::vector<int>{2, 4, 3, 1}));
+    EXPECT_EQ(ranking[0].sumCombinedScore, 0.0);
+}
+
+TEST(RankBySum, NoListsGiveNoRanking) {
+    EXPECT_TRUE(rankBySum({}).empty());
+}
+
+TEST(RankBySum, TiesComeAsStdSortLeavesThem) {
+    for (unsigned seed = 0; seed < 200; ++seed) {
+        std::mt19937_64 engine(seed);
+        std::vector<std::vector<double>> scores(engine() % 300);
+        std::vector<commonBestMatches> expected;
+        for (std::vector<double>& list : scores) {
+            list.resize(engine() % 3);
+            double sum = 0;
+            for (double& score : list) sum += score = static_cast<double>(engine() % 4);
+            expected.push_back({static_cast<int>(expected.size()) + 1, sum});
+        }
+        std::sort(expected.begin(), expected.end(), [](const commonBestMatches& left, const commonBestMatches& right) {
+            return left.sumCombinedScore < right.sumCombinedScore;
+        });
+        ASSERT_EQ(idsOf(rankBySum(listsOfScores(scores))), idsOf(expected)) << "seed " << seed;
+    }
+}
+
+TEST(TopMotifs, EmptyListsTakeNoPlace) {
+    const RecordLists lists = listsOfScores({{1}, {}, {0.5}, {}, {0.25}});
+    const std::vector<commonBestMatches> ranking = rankBySum(lists);
+    EXPECT_EQ(topMotifs(ranking, lists, 1), (std::vector<int>{5}));
+    EXPECT_EQ(topMotifs(ranking, lists, 2), (std::vector<int>{5, 3}));
+    EXPECT_EQ(topMotifs(ranking, lists, 3), (std::vector<int>{5, 3, 1}));
+}
+
+TEST(TopMotifs, FewerMotifsThanAskedForAreAllTaken) {
+    const RecordLists lists = listsOfScores({{1}, {}, {0.5}});
+    EXPECT_EQ(topMotifs(rankBySum(lists), lists, 50), (std::vector<int>{3, 1}));
+    EXPECT_TRUE(topMotifs(rankBySum(listsOfScores({{}, {}})), listsOfScores({{}, {}}), 50).empty());
+}
+
+}  // namespace
+}  // namespace varnolix
