@@ -1,0 +1,52 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <ctime>
+
+namespace varnolix::bench {
+
+/// Seconds on the wall and of the processors, over all threads.
+struct Spent {
+    double seconds = 0;
+    double processorSeconds = 0;
+};
+
+inline double clockSeconds(clockid_t clock) {
+    timespec time{};
+    clock_gettime(clock, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// Adds what the run takes. Returns its seconds on the wall.
+template <class Run>
+double addTime(Spent& spent, Run run) {
+    const double start = clockSeconds(CLOCK_MONOTONIC);
+    const double processorStart = clockSeconds(CLOCK_PROCESS_CPUTIME_ID);
+    run();
+    const double seconds = clockSeconds(CLOCK_MONOTONIC) - start;
+    spent.seconds += seconds;
+    spent.processorSeconds += clockSeconds(CLOCK_PROCESS_CPUTIME_ID) - processorStart;
+    return seconds;
+}
+
+/// Runs the program's way and the plain form in turn over the same work, so that both meet the machine in the same
+/// state. The time of the benchmark is that of the program's way. Counters: ns/item and plain_ns/item in processor
+/// time, which other work on the machine disturbs least; cpu_ratio of the two; ratio of the times on the wall.
+/// @param itemsPerRun what one run of either handles
+template <class Run, class PlainRun>
+void againstPlainForm(benchmark::State& state, double itemsPerRun, Run run, PlainRun plainRun) {
+    Spent own;
+    Spent plain;
+    for ([[maybe_unused]] auto _ : state) {
+        state.SetIterationTime(addTime(own, run));
+        addTime(plain, plainRun);
+    }
+    const double perItem = 1e9 / (itemsPerRun * static_cast<double>(state.iterations()));
+    state.counters["ns/item"] = own.processorSeconds * perItem;
+    state.counters["plain_ns/item"] = plain.processorSeconds * perItem;
+    state.counters["cpu_ratio"] = plain.processorSeconds / own.processorSeconds;
+    state.counters["ratio"] = plain.seconds / own.seconds;
+}
+
+}  // namespace varnolix::bench

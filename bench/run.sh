@@ -1,0 +1,190 @@
+#!/usr/bin/env bash
+# Whole runs of the program on generated motifs, through the dialogue, each in a job folder of its own.
+#
+#   bench/run.sh [SIZE...]   runs of so many motifs (100 500 1000 2000 5000), time by stage, both ways to rank, and
+#                            whether thread counts agree
+#   bench/run.sh --big       one run of 10,000 motifs
+#
+# THREADS (all processors) is the number of threads, BENCH_BUILD (build/bench) the build folder. The motifs lie in two
+# files; every run asks for 10 best matches and text reports.
+set -euo pipefail
+
+root=$(cd "$(dirname "$0")/.." && pwd)
+build=${BENCH_BUILD:-$root/build/bench}
+threads=${THREADS:-$(nproc)}
+timeLimit=3600
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+die() {
+    echo "run.sh: $*" >&2
+    exit 1
+}
+
+buildPrograms() {
+    if ! { cmake --preset bench -S "$root" -B "$build" &&
+        cmake --build "$build" --target varnolix make_motifs stage_times; } >"$work/build.log" 2>&1; then
+        tail -n 20 "$work/build.log" >&2
+        die "the build failed"
+    fi
+}
+
+# job FOLDER MOTIFS CUTOFF TYPE THREADS: a job folder with its motifs and answers.
+job() {
+    mkdir -p "$1/motifs" "$1/result"
+    "$build/bench/make_motifs" "$2" "$1/motifs/first.txt" "$1/motifs/second.txt"
+    printf '%s\n' 2 10 10 "$3" "$5" "$1/motifs/" first.txt 4 second.txt 4 14 N N "$4" Text "$1/result/" \
+        >"$1/answers.txt"
+}
+
+# inJob FOLDER PROGRAM [WORD]: runs a program on the answers of the job, as long as it may take. More threads than
+# processors are allowed.
+inJob() {
+    local folder=$1
+    shift
+    OMP_NUM_THREADS=64 timeout "$timeLimit" "$@" <"$folder/answers.txt" >"$folder/console.txt"
+}
+
+# wholeRun FOLDER: runs the program and prints seconds, processor seconds and peak memory in megabytes.
+wholeRun() {
+    inJob "$1" /usr/bin/time -o "$1/time.txt" -f '%e %U %S %M' "$build/varnolix" || die "the program failed in $1"
+    awk '{ printf "%.2f %.2f %.0f\n", $1, $2 + $3, $4 / 1000 }' "$1/time.txt"
+}
+
+bytesWritten() {
+    cat "$1"/result/* | wc -c
+}
+
+row() {
+    local cells
+    printf -v cells ' %s |' "$@"
+    echo "|$cells"
+}
+
+# header NAME...: the head of a table in Markdown.
+header() {
+    row "$@"
+    row "${@//*/---}"
+}
+
+cacheValue() {
+    sed -n "s/^$1:[^=]*=//p" "$build/CMakeCache.txt"
+}
+
+machine() {
+    echo "$(date +%F), $(sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -n 1), $(nproc) processors," \
+        "$(awk '/MemTotal/ { printf "%.0f GB", $2 / 1e6 }' /proc/meminfo)"
+    echo "$("$(cacheValue CMAKE_CXX_COMPILER)" --version | head -n 1)," \
+        "flags $(cacheValue CMAKE_CXX_FLAGS_RELEASE) -ffp-contract=off -fopenmp"
+    echo "load average at the start:$(uptime | sed 's/.*average://')"
+}
+
+# runTable CUTOFF TYPE THREADS SIZE...
+runTable() {
+    local cutoff=$1 type=$2 count=$3 size seconds processor peak
+    shift 3
+    printf '\n## Whole runs, cutoff %s, Type %s, threads %s\n\n' "$cutoff" "$type" "$count"
+    header motifs seconds 'processor seconds' 'peak MB' pairs/s 'bytes written'
+    for size in "$@"; do
+        job "$work/run" "$size" "$cutoff" "$type" "$count"
+        read -r seconds processor peak < <(wholeRun "$work/run")
+        row "$size" "$seconds" "$processor" "$peak" \
+            "$(awk -v n="$size" -v t="$seconds" 'BEGIN { printf "%.0f", n * (n - 1) / 2 / (t > 0 ? t : 0.01) }')" \
+            "$(bytesWritten "$work/run")"
+        rm -rf "$work/run"
+    done
+}
+
+# stages FOLDER [WAY]: the figures of stage_times, by name, in the array figures; processor seconds in processorFigures.
+stages() {
+    declare -gA figures=() processorFigures=()
+    local folder=$1 name first second
+    shift
+    inJob "$folder" "$build/bench/stage_times" "$@" 2>"$folder/stages.txt" || die "stage_times failed in $folder"
+    while IFS=$'\t' read -r name first second; do
+        figures[$name]=$first
+        processorFigures[$name]=$second
+    done <"$folder/stages.txt"
+}
+
+# stageTable CUTOFF TYPE THREADS SIZE...
+stageTable() {
+    local cutoff=$1 type=$2 count=$3 size name cells
+    local names=(reading estimate 'forward scan' 'backward scan' bounds keys ranking 'ranking and reports'
+        'bare kernel' way 'kept alignments' 'records held')
+    shift 3
+    printf '\n## Seconds by stage, cutoff %s, Type %s, threads %s\n\n' "$cutoff" "$type" "$count"
+    header motifs "${names[@]}"
+    for size in "$@"; do
+        job "$work/run" "$size" "$cutoff" "$type" "$count"
+        stages "$work/run"
+        cells=()
+        for name in "${names[@]}"; do cells+=("${figures[$name]:--}"); done
+        row "$size" "${cells[@]}"
+        rm -rf "$work/run"
+    done
+}
+
+# wayTable CUTOFF TYPE SIZE: scan and ranking against the bare kernel, records held and remade, one thread and two.
+wayTable() {
+    local cutoff=$1 type=$2 size=$3 way count seconds oneThread
+    printf '\n## Records held or remade, %s motifs, cutoff %s, Type %s\n\n' "$size" "$cutoff" "$type"
+    header way threads 'scan and ranking' 'processor seconds' 'bare kernel' 'processor seconds' ratio \
+        'ratio of processor seconds' 'peak MB' 'times one thread'
+    for way in held remade; do
+        for count in 1 2; do
+            job "$work/run" "$size" "$cutoff" "$type" "$count"
+            stages "$work/run" "$way"
+            seconds=${figures['scan and ranking']}
+            ((count == 1)) && oneThread=$seconds
+            row "$way" "$count" "$seconds" "${processorFigures['scan and ranking']}" \
+                "${figures['bare kernel']}" "${processorFigures['bare kernel']}" \
+                "${figures['scan and ranking / bare kernel']}" \
+                "${processorFigures['scan and ranking / bare kernel']}" "${figures['peak memory, MB']}" \
+                "$(awk -v one="$oneThread" -v now="$seconds" 'BEGIN { printf "%.2f", one / now }')"
+            rm -rf "$work/run"
+        done
+    done
+}
+
+# The reports by their names without job number, and without the two lines that tell when a run was and how long.
+maskedResults() {
+    local report
+    for report in "$1"/result/*; do
+        echo "== ${report##*/J_*_}"
+        sed -E '/^(Results created by VARNOLIX on|Runtime:) /d' "$report"
+    done
+}
+
+# threadCheck CUTOFF TYPE SIZE
+threadCheck() {
+    local count sum bytes reference=
+    printf '\n## Reports of %s motifs by number of threads\n\n' "$3"
+    for count in 1 2 3 7; do
+        job "$work/run" "$3" "$1" "$2" "$count"
+        wholeRun "$work/run" >/dev/null
+        maskedResults "$work/run" >"$work/masked"
+        bytes=$(wc -c <"$work/masked")
+        sum=$(sha256sum <"$work/masked" | cut -c 1-16)
+        echo "threads $count: $bytes bytes, sum $sum"
+        : "${reference:=$sum}"
+        [[ $sum == "$reference" ]] || die "the reports differ from those of one thread"
+        rm -rf "$work/run"
+    done
+}
+
+[[ -x /usr/bin/time ]] || die "needs /usr/bin/time (Debian package time)"
+buildPrograms
+machine
+if [[ ${1:-} == --big ]]; then
+    runTable 0.85 Global-Only "$threads" 10000
+    stageTable 0.85 Global-Only "$threads" 10000
+    exit
+fi
+sizes=("$@")
+((${#sizes[@]})) || sizes=(100 500 1000 2000 5000)
+runTable 0.75 All "$threads" "${sizes[@]}"
+stageTable 0.75 All "$threads" "${sizes[@]}"
+middle=${sizes[$((${#sizes[@]} > 1 ? ${#sizes[@]} - 2 : 0))]}
+wayTable 0.75 All "$middle"
+threadCheck 0.75 All "${sizes[0]}"

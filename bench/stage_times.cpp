@@ -1,0 +1,147 @@
+#include <omp.h>
+#include <sys/resource.h>
+
+#include <functional>
+#include <iomanip>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+#include "input/readInput.h"
+#include "rank/getResultsList.h"
+#include "rank/input_ranking.h"
+#include "report/writeFooterGlobalText.h"
+#include "report/writeFooterText.h"
+#include "report/writeFooterTextWithoutMotif.h"
+#include "report/writeHeaderGlobalText.h"
+#include "report/writeHeaderText.h"
+#include "report/writeHeaderTextWithoutMotif.h"
+#include "run/memory_plan.h"
+#include "run/runDialogue.h"
+#include "run/shared_records.h"
+#include "scan/backwardScan.h"
+#include "scan/calculateSumScoresCompare.h"
+#include "scan/forwardScan.h"
+#include "scan/getMaxScores.h"
+#include "scan/pair_scan.h"
+
+// stage_times [held|remade]: takes the answers of the dialogue, runs the stages between input motifs as the program
+// does (text reports, no tree, no merging, no collection) and prints what each took to standard error, one line of
+// name, seconds and processor seconds each. `held` keeps all records, `remade` makes them motif by motif; without a
+// word the program's own estimate decides.
+
+namespace {
+
+using namespace varnolix;
+
+double processorSeconds() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval& time) {
+        return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * 1e-6;
+    };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+struct Spent {
+    double seconds = 0;
+    double processorSeconds = 0;
+
+    Spent& operator+=(const Spent& other) {
+        seconds += other.seconds;
+        processorSeconds += other.processorSeconds;
+        return *this;
+    }
+};
+
+void print(std::string_view name, const Spent& spent) {
+    std::cerr << std::fixed << std::setprecision(4) << name << '\t' << spent.seconds << '\t' << spent.processorSeconds
+              << '\n';
+}
+
+Spent timed(std::string_view name, const std::function<void()>& stage) {
+    const double start = omp_get_wtime();
+    const double processorStart = processorSeconds();
+    stage();
+    const Spent spent{omp_get_wtime() - start, processorSeconds() - processorStart};
+    print(name, spent);
+    return spent;
+}
+
+/// Scores all pairs and keeps nothing. Returns the number of alignments that a run keeps.
+std::size_t bareKernel() {
+    const PairScan scan(Datasets, Datasets, simCutoff);
+    std::size_t kept = 0;
+#pragma omp parallel reduction(+ : kept)
+    {
+        std::vector<ScoredShift> row;
+#pragma omp for schedule(dynamic)
+        for (std::size_t left = 0; left < Datasets.size(); ++left) {
+            row.clear();
+            scan.scanPartners(left, left + 1, Datasets.size(), OuterMotif::left, row);
+            kept += row.size();
+        }
+    }
+    return kept;
+}
+
+/// The ranking on its own; the program ranks and reports in one stage.
+void rankOnly() {
+    const RecordSource records = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
+                                                                    : heldRecords(DatasetsCombinedScoreLists);
+    rankInput(records, Datasets, {numBestMatches, numFile > 1, false});
+}
+
+void writeReports() {
+    writeHeaderGlobalText();
+    if (outputFileType == "All") {
+        writeHeaderText();
+        writeHeaderTextWithoutMotif();
+    }
+    getResultsList();
+    writeFooterGlobalText();
+    if (outputFileType == "All") {
+        writeFooterText();
+        writeFooterTextWithoutMotif();
+    }
+}
+
+long peakMegabytes() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss / 1000;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+    const std::string way = argumentCount > 1 ? arguments[1] : "";
+    runDialogue();
+    timed("reading", [] { readInput(FileNameType); });
+    bool isHeld = false;
+    Spent scanAndRanking = timed("estimate", [&] { isHeld = holdsInputRecords(); });
+    if (!way.empty()) isHeld = way == "held";
+    if (isHeld) {
+        scanAndRanking += timed("forward scan", forwardScan);
+        scanAndRanking += timed("backward scan", backwardScan);
+        scanAndRanking += timed("bounds", getMaxScores);
+        scanAndRanking += timed("keys", calculateSumScoresCompare);
+    }
+    scanAndRanking += timed("ranking", rankOnly);
+    print("scan and ranking", scanAndRanking);
+    timed("ranking and reports", writeReports);
+    std::size_t records = 0;
+    for (const auto& list : DatasetsCombinedScoreLists) records += list.size();
+    const long peak = peakMegabytes();
+    DatasetsCombinedScoreLists = {};
+    std::size_t kept = 0;
+    const Spent kernel = timed("bare kernel", [&] { kept = bareKernel(); });
+    std::cerr << std::setprecision(2) << "scan and ranking / bare kernel\t" << scanAndRanking.seconds / kernel.seconds
+              << '\t' << scanAndRanking.processorSeconds / kernel.processorSeconds << '\n'
+              << "way\t" << (isHeld ? "held" : "remade") << '\n'
+              << "motifs\t" << Datasets.size() << '\n'
+              << "kept alignments\t" << kept << '\n'
+              << "records held\t" << records << '\n'
+              << "peak memory, MB\t" << peak << '\n';
+    return 0;
+}
