@@ -3,7 +3,7 @@
 namespace varnolix {
 
 std::string shellWord(const std::string& path) {
-    constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./+,:=@%^";
+    constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./+,:@%^";
     if (path.find_first_not_of(plain) == std::string::npos) return path;
     std::string quoted = "'";
     for (const char c : path) {

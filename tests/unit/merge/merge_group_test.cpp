@@ -1,5 +1,7 @@
 #include "merge/merge_group.h"
 
+#include <limits>
+
 #include "support/run_fixture.h"
 
 namespace varnolix {
@@ -104,6 +106,21 @@ TEST_F(MergeGroupTest, MembersFollowTheFirstPair) {
     EXPECT_EQ(step.combinedScore, 0.0);
     EXPECT_EQ(step.matrix1, merged[0][0].combinedMatrix);
     EXPECT_EQ(step.matrix2, Datasets[2].matrix);
+}
+
+TEST_F(MergeGroupTest, RefusedMemberAndAllBehindItAreLeftOut) {
+    // The member holds the running motif behind three columns, the first of which is no number. It aligns over the five
+    // columns they share, but what is merged of them keeps the odd column in front, and so aligns with nothing.
+    data odd = motifOfText(3, "CCCAACGA");
+    odd.matrix[0].fill(std::numeric_limits<double>::quiet_NaN());
+    Datasets = {motifOfText(1, "AACGA"), motifOfText(2, "AACGA"), testing::motifOfMatrix(3, odd.matrix, 1, "odd"),
+                motifOfText(4, "AACGA")};
+    merge({record(1, 2, 5), record(1, 3, 5), record(1, 4, 5)});
+    ASSERT_EQ(flags(), "YNN");
+    EXPECT_EQ(merged[0][1].motifName1, "motif1");
+    EXPECT_EQ(merged[0][1].motifName2, "odd");
+    EXPECT_EQ(merged[0][2].combinedMatrix, Datasets[3].matrix);
+    EXPECT_EQ(merged[0][2].alignedMotif1, "AACGA");
 }
 
 TEST_F(MergeGroupTest, OrderTellsTheWeights) {
