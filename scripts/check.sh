@@ -1,0 +1,61 @@
+#!/usr/bin/env bash
+# Static checks: nothing is built and nothing is run but the checkers.
+#
+#   check.sh [DIR]
+#
+# - clang-format: all sources stand as .clang-format would lay them out
+# - clang-tidy: src/ has no finding of .clang-tidy
+# - shellcheck: the scripts have no finding
+#
+# DIR is the build folder for clang-tidy, configured with clang (build/tidy, made if it is missing). A checker that is
+# not installed is left out, with a word about it. Exit status 0 when no checker finds anything.
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+# shellcheck source=common.sh
+source "$here/common.sh"
+
+case ${1:-} in
+    --help) usage_of "$0"; exit 0 ;;
+    -*) wrong_use "unknown option $1" ;;
+esac
+(( $# <= 1 )) || wrong_use "one build folder at most"
+cd "$project"
+tidy_folder="${1:-build/tidy}"
+failed=()
+
+# sources_in FOLDER...: the C++ files below the folders, separated by zero bytes.
+sources_in() {
+    find "$@" \( -name '*.cpp' -o -name '*.h' \) -print0
+}
+
+# check_with CHECKER FUNCTION: runs the function where the checker is installed and notes a failure.
+check_with() {
+    if ! command -v "$1" > /dev/null; then
+        say "$1 is not installed: left out"
+        return
+    fi
+    say "$1"
+    "$2" || failed+=("$1")
+}
+
+check_format() {
+    sources_in src tests bench fuzz | xargs -0 clang-format --dry-run -Werror
+}
+
+# The compile commands must be those of a clang, which knows its own OpenMP headers.
+check_tidy() {
+    if [[ ! -f $tidy_folder/build.ninja ]]; then
+        cmake --preset debug -B "$tidy_folder" -D CMAKE_CXX_COMPILER=clang++ -D VARNOLIX_TESTS=OFF > /dev/null || return
+    fi
+    find src -name '*.cpp' -print0 | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "$tidy_folder" --quiet
+}
+
+check_shell() {
+    shellcheck scripts/*.sh .ci/run
+}
+
+check_with clang-format check_format
+check_with clang-tidy check_tidy
+check_with shellcheck check_shell
+(( ${#failed[@]} == 0 )) || fail "findings of ${failed[*]}"
+say "No findings"
