@@ -8,11 +8,9 @@
 namespace varnolix {
 
 void readInput(const std::vector<fileNameAndType>& files) {
-    // The names as they are now: readers change the counts of the list while it is walked.
-    const std::vector<fileNameAndType> filesAtStart = files;
     try {
         int fileIndex = 0;
-        for (const fileNameAndType& file : filesAtStart) readInputFile(file.fileName, fileIndex++);
+        for (const fileNameAndType& file : files) readInputFile(file.fileName, fileIndex++);
     } catch (int) {
         // Reserved for readers that give up on a file; none does so today.
         std::cout << "Bad input. Please, check input data.\n";
