@@ -9,10 +9,11 @@
  * beside the page, under the page's name with ".pdf". The log that the script
  * names tells which converter made it.
  *
- * The PDF converters get a fontconfig file of ours, looked for as
- * fonts/fonts.conf below the folder named by the environment variable
- * VARNOLIX_TOOLS, then beside this file, then in `tools` beside this file.
- * Without it the PDF is made with the fonts as the system has them.
+ * The PDF converters get a fontconfig file of ours, and WeasyPrint a style
+ * sheet, looked for as fonts/fonts.conf and fonts/paper.css below the folder
+ * named by the environment variable VARNOLIX_TOOLS, then beside this file, then
+ * in `tools` beside this file. Without them the PDF is made with the fonts and
+ * on the paper that the converter takes by itself.
  *
  * Tested by tests/tools/test_prince.py.
  */
@@ -146,7 +147,10 @@ class Prince
 
     private function convertWithWeasyPrint(string $weasyprint, string $page, &$messages): bool
     {
-        $convert = fn($pdf) => $this->run([$weasyprint, '-p', self::fileAddress($page), $pdf]);
+        // WeasyPrint does not shrink a page's tables to the paper, so the paper is made wide enough.
+        $paper = self::findOwn('fonts/paper.css');
+        $style = $paper === null ? [] : ['-s', $paper];
+        $convert = fn($pdf) => $this->run([$weasyprint, '-p', ...$style, self::fileAddress($page), $pdf]);
         return $this->convertAside('WeasyPrint', $convert, $page, $messages);
     }
 
@@ -175,7 +179,7 @@ class Prince
     private function run(array $command, array $settings = []): BoundedRun
     {
         $environment = array_merge(getenv(), $settings);
-        $fonts = self::findFonts();
+        $fonts = self::findOwn('fonts/fonts.conf');
         if ($fonts !== null) {
             $environment['FONTCONFIG_FILE'] = $fonts;
         }
@@ -195,12 +199,12 @@ class Prince
         }
     }
 
-    private static function findFonts(): ?string
+    /** The full path of a file of ours that the converters use. */
+    private static function findOwn(string $name): ?string
     {
         foreach ([getenv('VARNOLIX_TOOLS'), __DIR__, __DIR__ . '/tools'] as $folder) {
-            $fonts = "$folder/fonts/fonts.conf";
-            if ($folder && is_readable($fonts)) {
-                return $fonts;
+            if ($folder && is_readable("$folder/$name")) {
+                return "$folder/$name";
             }
         }
         return null;

@@ -229,7 +229,7 @@ class FontsTest(PrinceCase):
         (self.folder / "prince.php").symlink_to(TOOLS / "prince.php")
         found = self.inspect(
             "php", "-r", "require $argv[1]; $find = new ReflectionMethod('Prince', "
-            "'findFonts'); echo $find->invoke(null);",
+            "'findOwn'); echo $find->invoke(null, 'fonts/fonts.conf');",
             str(self.folder / "prince.php"))
         self.assertEqual(Path(found), TOOLS / "fonts/fonts.conf")
 
