@@ -60,8 +60,9 @@ class EndlessLines(NastyTest):
         """A motif as long as the line; it is printed with every match, so the line is a shorter one."""
         letters = sized(MEGABYTE // 8)
         outcome = self.check_count(1, b">long\n", b"A" * letters, b"\n\n", limit=30)
-        self.assertEqual(outcome.report("input_motifs.txt").count(b"1.000000\t0.000000\t0.000000\t0.000000\t\n"),
-                         letters + 1)
+        in_good = 2         # the first good motif begins and ends with A
+        row = b"1.000000\t0.000000\t0.000000\t0.000000\t\n"
+        self.assertEqual(outcome.report("input_motifs.txt").count(row), letters + in_good)
 
 
 class HugeMatrices(NastyTest):
