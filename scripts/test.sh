@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
 # Builds VARNOLIX and runs all its tests: from a bare Debian machine to the summary of ctest.
 #
-#   test.sh              all tests, with the real outside tools
-#   test.sh --text       needs no more than the compiler kit: tests of the outside tools are left out
-#   test.sh --chromium   all tests, those that look at pages in a browser included
+#   test.sh          all tests, with the real outside tools and with pages in a real browser
+#   test.sh --text   needs no more than the compiler kit: tests of the outside tools are left out
 #
 # Installs what is missing (setup.sh). Exit status 0 when all tests pass.
 set -euo pipefail
@@ -11,14 +10,15 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
+choice=--chromium
 case ${1:-} in
-    "" | --chromium) ;;
-    --text) export VARNOLIX_TEXT_ONLY=1 ;;
+    "") ;;
+    --text) export VARNOLIX_TEXT_ONLY=1 choice=--text ;;
     --help) usage_of "$0"; exit 0 ;;
     *) wrong_use "unknown option $1" ;;
 esac
 
-"$here/setup.sh" --if-missing "$@"
+"$here/setup.sh" --if-missing "$choice"
 build_target all
 say "Testing (ctest --preset release)"
 ctest --preset release

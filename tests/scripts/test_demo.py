@@ -119,7 +119,7 @@ class Demo(ScriptTest):
     def test_the_tests_are_built_and_run(self):
         done = self.run_script("test.sh")
         self.assertEqual(done.returncode, 0, done.stderr)
-        self.assertIn("setup --if-missing\n", done.stdout)
+        self.assertIn("setup --if-missing --chromium\n", done.stdout)
         self.assertIn("ctest --preset release text-only=\n", done.stdout)
 
     def test_without_the_outside_tools_the_tests_are_told_so(self):
