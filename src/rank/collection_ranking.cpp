@@ -14,6 +14,7 @@ namespace {
 std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
     std::unordered_map<std::string_view, std::uint32_t> firstPlaces;
     std::vector<std::uint32_t> places;
+    places.reserve(references.size());
     for (const data& motif : references) {
         places.push_back(
             firstPlaces.try_emplace(motif.motifName, static_cast<std::uint32_t>(places.size())).first->second);

@@ -6,7 +6,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "scan/pair_scan.h"
+#include "scan/pair_kernel.h"
+#include "scan/region_rule.h"
 
 namespace varnolix {
 
@@ -22,6 +23,12 @@ std::vector<data> sample(std::span<const data> motifs) {
     return chosen;
 }
 
+/// All alignments of the pair: what the plain form would score is not worth scoring for an estimate.
+double mostAlignments(const data& left, const data& right) {
+    const PairLengths lengths{static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
+    return std::max(0, mostShift(lengths, overlap) - leastShift(lengths, overlap) + 1);
+}
+
 }  // namespace
 
 std::size_t usableMemory() {
@@ -35,17 +42,28 @@ std::size_t usableMemory() {
 double estimatedRecordBytes(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
     const std::vector<data> someLefts = sample(lefts);
     const std::vector<data> someRights = sample(rights);
-    if (someLefts.empty() || someRights.empty()) return 0;
-    const PairScan scan(someLefts, someRights, cutoff);
+    const KernelMotifs kernelLefts(someLefts);
+    const KernelMotifs kernelRights(someRights);
+    const CutoffTable cutoffTable(cutoff);
     std::vector<ScoredShift> kept;
+    double alignments = 0;
+    double sampledPairs = 0;
     for (std::size_t left = 0; left < someLefts.size(); ++left) {
-        scan.scanPartners(left, 0, someRights.size(), OuterMotif::left, kept);
+        // Within one list a motif is not compared with itself, nor a pair twice.
+        for (std::size_t right = isOneList ? left + 1 : 0; right < someRights.size(); ++right) {
+            ++sampledPairs;
+            if (kernelLefts.isExact(left) && kernelRights.isExact(right)) {
+                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, cutoffTable, OuterMotif::left, kept);
+            } else {
+                alignments += mostAlignments(someLefts[left], someRights[right]);
+            }
+        }
     }
-    const double keptPerPair =
-        static_cast<double>(kept.size()) / static_cast<double>(someLefts.size() * someRights.size());
+    if (sampledPairs == 0) return 0;
+    alignments += static_cast<double>(kept.size());
     const double pairs = static_cast<double>(lefts.size()) * static_cast<double>(rights.size()) / (isOneList ? 2 : 1);
     // An alignment is one record in each direction, and seldom two.
-    return pairs * keptPerPair * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
+    return pairs * (alignments / sampledPairs) * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
 }
 
 bool holdsInputRecords() {
