@@ -18,8 +18,8 @@ namespace varnolix {
 std::vector<data> motifsOfBaseRows(const Block& rows, std::string_view taxon);
 
 /// The motifs of a file of TRANSFAC entries. An entry ends at "//", at the first AC, ID, NA or DE line behind its
-/// position lines, or at the end of the file. The id is that of the AC line, else the name; the name that of the NA, else
-/// the ID, else the DE line. Entries without positions, such as a file's preamble, are no motifs.
+/// position lines, or at the end of the file. The id is that of the AC line, else the name; the name that of the NA,
+/// else the ID, else the DE line. Entries without positions, such as a file's preamble, are no motifs.
 std::vector<data> motifsOfTransfacEntries(const Block& rows);
 
 /// Reads the file of the collection that DBName tells, cut into rows of tokens, and hands the rows over. Ends the

@@ -31,8 +31,8 @@ TEST(MotifsOfBaseRows, HeaderTellsIdAndName) {
 }
 
 TEST(MotifsOfBaseRows, MotifsAreNumberedInTheCollection) {
-    const std::vector<data> motifs = motifsOfBaseRows(
-        blockOf({">a", "A 1", "C 0", "G 0", "T 0", ">b", "A 1", "C 0", "G 0", "T 0"}), "Plants");
+    const std::vector<data> motifs =
+        motifsOfBaseRows(blockOf({">a", "A 1", "C 0", "G 0", "T 0", ">b", "A 1", "C 0", "G 0", "T 0"}), "Plants");
     ASSERT_EQ(motifs.size(), 2U);
     for (int number = 1; number <= 2; ++number) {
         const data& motif = motifs[static_cast<std::size_t>(number - 1)];
@@ -65,9 +65,22 @@ TEST(MotifsOfBaseRows, MissingValuesCountZero) {
 }
 
 const std::initializer_list<std::string_view> twoEntries = {
-    "AC M00001", "XX", "ID V$MYOD_01", "NA MyoD", "DE description", "OS Mus musculus", "P0 A C G T", "01 1 2 3 4 N",
-    "02 1 0 0 0 A", "XX", "//",  //
-    "ID F$ABF1", "BF T00001; ABF1; Species: yeast, Saccharomyces cerevisiae.", "P0 A C G T", "01 0 0 5 5 K", "//"};
+    "AC M00001",
+    "XX",
+    "ID V$MYOD_01",
+    "NA MyoD",
+    "DE description",
+    "OS Mus musculus",
+    "P0 A C G T",
+    "01 1 2 3 4 N",
+    "02 1 0 0 0 A",
+    "XX",
+    "//",  //
+    "ID F$ABF1",
+    "BF T00001; ABF1; Species: yeast, Saccharomyces cerevisiae.",
+    "P0 A C G T",
+    "01 0 0 5 5 K",
+    "//"};
 
 TEST(MotifsOfTransfacEntries, TagsTellTheFields) {
     const std::vector<data> motifs = motifsOfTransfacEntries(blockOf(twoEntries));

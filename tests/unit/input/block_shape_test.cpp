@@ -144,8 +144,9 @@ TEST(BlockShape, FourRowsOfDifferentLengthsAreHeldWithoutMark) {
 
 TEST(BlockShape, OtherCountsOfRowsAreVertical) {
     EXPECT_EQ(outcomeOf({"0.1 0.2 0.3 0.4"}), BlockOutcome::matrixV);
-    EXPECT_EQ(outcomeOf({"0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4"}),
-              BlockOutcome::matrixV);
+    EXPECT_EQ(
+        outcomeOf({"0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4"}),
+        BlockOutcome::matrixV);
     EXPECT_EQ(outcomeOf({"1 2 3 4 5", "1 2", "1"}), BlockOutcome::matrixV);
 }
 

@@ -72,10 +72,31 @@ TEST_F(ReadWholeFileTest, MissingFileIsReported) {
 }
 
 TEST(ParseNumber, ReadsAsStrtodDoes) {
-    for (const char* text : {"0",     "12",    "1.5",   ".5",    "5.",    ".",   "",      "1.2.3", "0.1",
-                             "00.10", "-3.5",  "+2",    "1e3",   "1e-3x", "0x10", "inf",  "nan",   "x",
-                             "5x",    "0.3333333333333333333333333", "123456789012345678901234567890",
-                             "0.000000000000000000000000000000000000000001", "..", "1..2", "9007199254740993"}) {
+    for (const char* text : {"0",
+                             "12",
+                             "1.5",
+                             ".5",
+                             "5.",
+                             ".",
+                             "",
+                             "1.2.3",
+                             "0.1",
+                             "00.10",
+                             "-3.5",
+                             "+2",
+                             "1e3",
+                             "1e-3x",
+                             "0x10",
+                             "inf",
+                             "nan",
+                             "x",
+                             "5x",
+                             "0.3333333333333333333333333",
+                             "123456789012345678901234567890",
+                             "0.000000000000000000000000000000000000000001",
+                             "..",
+                             "1..2",
+                             "9007199254740993"}) {
         const double expected = std::strtod(text, nullptr);
         const double value = parseNumber(text);
         EXPECT_TRUE(value == expected || (std::isnan(value) && std::isnan(expected))) << text << " gave " << value;

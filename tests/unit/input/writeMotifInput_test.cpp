@@ -71,8 +71,8 @@ TEST_F(WriteMotifInputTest, ListsMoreThanABufferHolds) {
     int listed = 0;
     for (std::size_t at = text.find("Motif ID: "); at != std::string::npos; at = text.find("Motif ID: ", at + 1)) {
         ++listed;
-        EXPECT_EQ(text.compare(at, 10 + std::to_string(listed).size() + 1,
-                               "Motif ID: " + std::to_string(listed) + "\t"), 0);
+        EXPECT_EQ(
+            text.compare(at, 10 + std::to_string(listed).size() + 1, "Motif ID: " + std::to_string(listed) + "\t"), 0);
     }
     EXPECT_EQ(listed, motifs);
     EXPECT_GT(text.size(), std::size_t{1} << 20U);

@@ -110,7 +110,8 @@ TEST(CombinedTwoMatrices, EqualMatricesComeOutUnchanged) {
 }
 
 TEST(CombinedTwoMatrices, EveryCellIsTheExactHalf) {
-    const Matrix merged = combinedTwoMatrices({{0.1, 0.2, 0.3, 0.4}}, {{0.7, 0.1, 0.1, 0.1}}, {1, 1, flagY, forward, 1, 1});
+    const Matrix merged =
+        combinedTwoMatrices({{0.1, 0.2, 0.3, 0.4}}, {{0.7, 0.1, 0.1, 0.1}}, {1, 1, flagY, forward, 1, 1});
     EXPECT_EQ(merged, (Matrix{{(0.1 + 0.7) * 0.5, (0.2 + 0.1) * 0.5, (0.3 + 0.1) * 0.5, (0.4 + 0.1) * 0.5}}));
 }
 

@@ -131,7 +131,8 @@ TEST_F(InputRankingTest, ThreadsChangeNothing) {
         auto& list = lists.emplace_back();
         const std::size_t count = random.pick(300);
         while (list.size() < count) {
-            list.push_back(record(id, 1 + static_cast<int>(random.pick(60)), static_cast<double>(random.pick(9)) * 0.5));
+            list.push_back(
+                record(id, 1 + static_cast<int>(random.pick(60)), static_cast<double>(random.pick(9)) * 0.5));
             list.back().position = static_cast<std::uint32_t>(list.size()) & 0xFFFFU;
         }
     }

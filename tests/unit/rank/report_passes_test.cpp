@@ -33,7 +33,8 @@ class ReportPassesTest : public testing::FolderTest {
     }
 
     ReportWalk walk(std::vector<int> motifs, bool isNote = false) const {
-        return {" Section ", 3, 4, " Matches of ", 5, 2, "Reverse complement motif", 3, lists, std::move(motifs), isNote};
+        return {" Section ",       3,     4, " Matches of ", 5, 2, "Reverse complement motif", 3, lists,
+                std::move(motifs), isNote};
     }
 
     RecordLists lists;
@@ -41,13 +42,12 @@ class ReportPassesTest : public testing::FolderTest {
 
 TEST_F(ReportPassesTest, TextSectionListsItsMotifs) {
     writePass(walk({2}), {reports::full, PassForm::text, WriteTopResultsList});
-    EXPECT_THAT(read("Results.txt"),
-                ::testing::StartsWith("*** Section ****\n\n"
-                                      "Dataset #: 2\t\tMotif ID: 2\t\tMotif name: b&c\n\n" +
-                                      matrixBlock(Datasets[1]) +
-                                      "\n\n"
-                                      "***** Matches of 2 (Highest to Lowest) *****\n\n"
-                                      "Dataset #      Motif ID"));
+    EXPECT_THAT(read("Results.txt"), ::testing::StartsWith("*** Section ****\n\n"
+                                                           "Dataset #: 2\t\tMotif ID: 2\t\tMotif name: b&c\n\n" +
+                                                           matrixBlock(Datasets[1]) +
+                                                           "\n\n"
+                                                           "***** Matches of 2 (Highest to Lowest) *****\n\n"
+                                                           "Dataset #      Motif ID"));
     EXPECT_FALSE(myfile.is_open());
 }
 
@@ -68,22 +68,22 @@ TEST_F(ReportPassesTest, BriefSectionHasOneLineForAMotif) {
 
 TEST_F(ReportPassesTest, PageSectionListsItsMotifs) {
     writePass(walk({2}), {reports::fullPage, PassForm::page, WriteTopResultsListHTML});
-    EXPECT_THAT(
-        read("HTML_Results.html"),
-        ::testing::StartsWith(
-            "</div>\n<div class = 'boxed'>\n<h3 class='sansserif'> Section </h3>\n"
-            "<table class='sansserif' width='900' border = '0' cellSpacing = '1' cellPadding = '1' >\n"
-            "<col width= '170'>\n<col width= '150'>\n<col width= '600'>\n<tr>\n"
-            "<td><b>\nDataset #: 2\n</b></td>\n<td><b>\nMotif ID: 2\n</b></td>\n<td><b>\nMotif name: b&amp;c\n</b></td>\n"
-            "</tr>\n</table>\n"
-            "<p>\n<table class='sansserif' width='1200' border = '0' cellSpacing = '1' cellPadding = '1' >\n"
-            "<col width= '600'>\n<col width= '600'>\n" +
-            tableRow(cell("Original motif") + cell("Reverse complement motif")) +
-            tableRow(cell("Consensus sequence: TAACC") + cell("Consensus sequence: GGTTA")) +
-            tableRow("<td></td>\n<td></td>\n") + logoRow('M', 2) +
-            "</table>\n</p>\n"
-            "<p class='sansserif'>\n<b> Matches of 2 (Highest to Lowest) </b>\n</p>\n"
-            "<table class='sansserif' width='600'"));
+    EXPECT_THAT(read("HTML_Results.html"),
+                ::testing::StartsWith(
+                    "</div>\n<div class = 'boxed'>\n<h3 class='sansserif'> Section </h3>\n"
+                    "<table class='sansserif' width='900' border = '0' cellSpacing = '1' cellPadding = '1' >\n"
+                    "<col width= '170'>\n<col width= '150'>\n<col width= '600'>\n<tr>\n"
+                    "<td><b>\nDataset #: 2\n</b></td>\n<td><b>\nMotif ID: 2\n</b></td>\n<td><b>\nMotif name: "
+                    "b&amp;c\n</b></td>\n"
+                    "</tr>\n</table>\n"
+                    "<p>\n<table class='sansserif' width='1200' border = '0' cellSpacing = '1' cellPadding = '1' >\n"
+                    "<col width= '600'>\n<col width= '600'>\n" +
+                    tableRow(cell("Original motif") + cell("Reverse complement motif")) +
+                    tableRow(cell("Consensus sequence: TAACC") + cell("Consensus sequence: GGTTA")) +
+                    tableRow("<td></td>\n<td></td>\n") + logoRow('M', 2) +
+                    "</table>\n</p>\n"
+                    "<p class='sansserif'>\n<b> Matches of 2 (Highest to Lowest) </b>\n</p>\n"
+                    "<table class='sansserif' width='600'"));
 }
 
 TEST_F(ReportPassesTest, SectionWithoutMotifsIsItsHeading) {

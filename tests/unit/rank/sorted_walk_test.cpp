@@ -10,8 +10,8 @@
 
 #include "rank/comparison.h"
 
-// Which of several records of equal score comes first is decided by std::sort, so the walk has to agree with it place by
-// place and not only key by key.
+// Which of several records of equal score comes first is decided by std::sort, so the walk has to agree with it place
+// by place and not only key by key.
 
 namespace varnolix {
 namespace {
@@ -73,14 +73,16 @@ TEST(SortedWalk, ShapedListsComeAsSorted) {
         expectSorted(made(count, number), "ascending");
         expectSorted(made(count, [&](std::size_t place) { return number(count - place); }), "descending");
         expectSorted(made(count, [](std::size_t) { return 0.5; }), "equal");
-        expectSorted(made(count, [&](std::size_t place) { return number(std::min(place, count - place)); }), "organ pipe");
+        expectSorted(made(count, [&](std::size_t place) { return number(std::min(place, count - place)); }),
+                     "organ pipe");
         expectSorted(made(count, [&](std::size_t place) { return number(std::max(place, count - place)); }), "valley");
         expectSorted(made(count, [&](std::size_t place) { return number(place % 7); }), "saw");
         expectSorted(made(count, [&](std::size_t place) { return number(place % 2); }), "two values in turn");
         expectSorted(made(count, [&](std::size_t place) { return number(place < count / 2 ? 1 : 0); }), "two runs");
         expectSorted(made(count, [&](std::size_t place) { return place + 1 == count ? -1.0 : number(place); }),
                      "lowest last");
-        expectSorted(made(count, [&](std::size_t place) { return place % 3 == 0 ? -0.0 : 0.0; }), "zeros of both signs");
+        expectSorted(made(count, [&](std::size_t place) { return place % 3 == 0 ? -0.0 : 0.0; }),
+                     "zeros of both signs");
     }
 }
 
@@ -97,9 +99,11 @@ TEST(SortedWalk, RandomListsComeAsSorted) {
 TEST(SortedWalk, LongListComesAsSorted) {
     std::mt19937_64 engine(5);
     // As scores are spread: whole and half columns, and small differences of score.
-    expectSorted(made(300'000, [&](std::size_t) {
-                     return static_cast<double>(engine() % 12) * 0.5 + static_cast<double>(engine() % 400) * 0x1p-12;
-                 }),
+    expectSorted(made(300'000,
+                      [&](std::size_t) {
+                          return static_cast<double>(engine() % 12) * 0.5 +
+                                 static_cast<double>(engine() % 400) * 0x1p-12;
+                      }),
                  "scores");
 }
 

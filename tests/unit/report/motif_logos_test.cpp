@@ -38,7 +38,8 @@ class MotifLogosTest : public testing::FolderTest {
 
 TEST_F(MotifLogosTest, CommandsDifferInOneOption) {
     const std::string start =
-        "/a/motifs/weblogo-3.4/weblogo --format jpeg --sequence-type dna --units bits --composition none --first-index 1";
+        "/a/motifs/weblogo-3.4/weblogo --format jpeg --sequence-type dna --units bits --composition none --first-index "
+        "1";
     const std::string end =
         " --size medium --stacks-per-line 80 --show-xaxis YES --show-yaxis YES --ticmarks 1.0 --errorbars NO "
         "--stack-width 20 --resolution 96 --scale-width yes --color-scheme classic --color green A 'Adenine' --color "

@@ -121,17 +121,17 @@ TEST_F(ResultPageTest, GlobalPageSpacesItsBackwardLabel) {
 
 TEST_F(ResultPageTest, CollectionRecordDiffersInItsFirstRows) {
     const std::string page = collectionPage("uniprobeHuman");
-    EXPECT_THAT(page, ::testing::StartsWith(
-                          "<table class='sansserif' width='1000' cellpadding='0' cellspacing='0' >\n"
-                          "<col width= '300'>\n<col width= '700'>\n<tr>\n" +
-                          cellText("Motif ID:")));
+    EXPECT_THAT(page, ::testing::StartsWith("<table class='sansserif' width='1000' cellpadding='0' cellspacing='0' >\n"
+                                            "<col width= '300'>\n<col width= '700'>\n<tr>\n" +
+                                            cellText("Motif ID:")));
     EXPECT_THAT(page, HasSubstr("</tr>\n<tr>\n" + cellLeftOpenText("Motif name:") + cellText("R&amp;D") + "</tr>\n" +
                                 twoCells("Species:", "Homo &lt;sapiens&gt;") + "<tr>\n" +
                                 cellText("Matching format of first motif:")));
     EXPECT_THAT(page, Not(HasSubstr("Dataset #:")));
-    EXPECT_THAT(page, HasSubstr("<table class='sansserif' width='1200' border = '0' cellSpacing = '1' cellPadding = '1' "
-                                ">\n<col width= '600'>\n<tr>\n" +
-                                cellText("Original motif\n&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;\nConsensus sequence: AACC")));
+    EXPECT_THAT(page,
+                HasSubstr("<table class='sansserif' width='1200' border = '0' cellSpacing = '1' cellPadding = '1' "
+                          ">\n<col width= '600'>\n<tr>\n" +
+                          cellText("Original motif\n&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;\nConsensus sequence: AACC")));
     EXPECT_THAT(page, HasSubstr("<img src = 'J_1_image/J_1_D2.jpeg'\nname = 'Image2'"));
 }
 

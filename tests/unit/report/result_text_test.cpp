@@ -37,7 +37,8 @@ class ResultTextTest : public testing::FolderTest {
         motifNameLength = 6;
         Datasets = {testing::motifOfText(1, "AACC", 1, "first"), testing::motifOfText(2, "TAACC", 2, "second"),
                     testing::motifOfText(3, "CCGG", 2, "third")};
-        DatabaseDatasets = {testing::motifOfText(1, "GGGG", 1, "Ref one"), testing::motifOfText(2, "AACC", 1, "Ref two")};
+        DatabaseDatasets = {testing::motifOfText(1, "GGGG", 1, "Ref one"),
+                            testing::motifOfText(2, "AACC", 1, "Ref two")};
         DatabaseDatasets[0].motifID = "MA0001.1";
         DatabaseDatasets[1].motifID = "MA0002.1";
         DatabaseDatasets[1].taxon = "Homo sapiens";
@@ -109,12 +110,11 @@ TEST_F(ResultTextTest, RecordStandsLineByLine) {
 
 TEST_F(ResultTextTest, BriefRecordHoldsTextsOnly) {
     WriteTopResultsListWithoutMotif(Records{record(1, 2, 0.85)}, 2, 1);
-    EXPECT_EQ(read("Results_Without_Motif_Details.txt"),
-              head() + line("2", "2", "second", "0.85") +
-                  "\nConsensus sequence (original motif): TAACC\n"
-                  "Consensus sequence (reverse complement motif): GGTTA\n"
-                  "\nAlignment:\nGGTTA\n-AACC\n\n" +
-                  hyphens());
+    EXPECT_EQ(read("Results_Without_Motif_Details.txt"), head() + line("2", "2", "second", "0.85") +
+                                                             "\nConsensus sequence (original motif): TAACC\n"
+                                                             "Consensus sequence (reverse complement motif): GGTTA\n"
+                                                             "\nAlignment:\nGGTTA\n-AACC\n\n" +
+                                                             hyphens());
 }
 
 TEST_F(ResultTextTest, GlobalRecordIsTheSame) {
@@ -215,14 +215,13 @@ TEST_F(ResultTextTest, PairsFormShowsBothMotifs) {
                                    {"4", 15},
                                    {"0.85", 15}}) +
                               "\n";
-    EXPECT_EQ(read("Results_Without_Motif_Details.txt"),
-              table +
-                  "Consensus sequence (original motif): TAACC\n"
-                  "Consensus sequence (reverse complement motif): GGTTA\n" +
-                  hyphens() +
-                  "Consensus sequence (original motif): AACC\n"
-                  "Consensus sequence (reverse complement motif): GGTT\n" +
-                  hyphens());
+    EXPECT_EQ(read("Results_Without_Motif_Details.txt"), table +
+                                                             "Consensus sequence (original motif): TAACC\n"
+                                                             "Consensus sequence (reverse complement motif): GGTTA\n" +
+                                                             hyphens() +
+                                                             "Consensus sequence (original motif): AACC\n"
+                                                             "Consensus sequence (reverse complement motif): GGTT\n" +
+                                                             hyphens());
     WriteTopResultsList(Records{pair}, 1, 0);
     const std::string full = read("Results.txt");
     EXPECT_EQ(full.substr(0, table.size()), table);

@@ -124,9 +124,9 @@ TEST_F(TextFrameTest, OnlyYMeansYes) {
 TEST_F(TextFrameTest, FooterHoldsTimeAndRunTime) {
     wtime = 1.5;
     const std::ostringstream stream;
-    EXPECT_TRUE(std::regex_match(
-        textFooter(stream), std::regex(R"(\nResults created by VARNOLIX on \d\d-\d\d-\d{4} \d\d:\d\d:\d\d\n)"
-                                       R"(Runtime: 1\.5 seconds\n\nVARNOLIX is written by Hadrel Quonsett\n)")))
+    EXPECT_TRUE(std::regex_match(textFooter(stream),
+                                 std::regex(R"(\nResults created by VARNOLIX on \d\d-\d\d-\d{4} \d\d:\d\d:\d\d\n)"
+                                            R"(Runtime: 1\.5 seconds\n\nVARNOLIX is written by Hadrel Quonsett\n)")))
         << textFooter(stream);
 }
 

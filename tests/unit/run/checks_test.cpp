@@ -81,13 +81,9 @@ TEST(CheckNumThreads, RefusesZeroAnywhere) {
 }
 
 TEST(CheckSpace, RefusesBlanksOnly) {
-    expectAll(checkSpace, {{"", true},
-                           {"motifs.txt", true},
-                           {"a\tb", true},
-                           {" ", false},
-                           {" a", false},
-                           {"a ", false},
-                           {"a b", false}});
+    expectAll(
+        checkSpace,
+        {{"", true}, {"motifs.txt", true}, {"a\tb", true}, {" ", false}, {" a", false}, {"a ", false}, {"a b", false}});
 }
 
 TEST(CheckIUPAC, TakesUpperCaseLettersAndGap) {

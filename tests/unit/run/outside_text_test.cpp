@@ -33,9 +33,9 @@ TEST(ShellWord, OddPathsAreQuoted) {
 }
 
 TEST(ShellWord, ShellTakesEveryWordWhole) {
-    for (const char* path : {"/plain/path_1.txt", "/with blank/", "/o'neill/'", "/$HOME/`date`/", "/a;b&c|d/", "/a\"b\"/",
-                             "/back\\slash/", "/*?[a]{b,c}/", "~/home", "#hash", "/tab\there", "/line\nend/", "!x",
-                             "/(p)/<q>/", "/a=b,c@d%e^f:g+h/", "/\xc3\xa4/"}) {
+    for (const char* path : {"/plain/path_1.txt", "/with blank/", "/o'neill/'", "/$HOME/`date`/", "/a;b&c|d/",
+                             "/a\"b\"/", "/back\\slash/", "/*?[a]{b,c}/", "~/home", "#hash", "/tab\there",
+                             "/line\nend/", "!x", "/(p)/<q>/", "/a=b,c@d%e^f:g+h/", "/\xc3\xa4/"}) {
         EXPECT_EQ(printedByShell(shellWord(path)), path);
     }
 }

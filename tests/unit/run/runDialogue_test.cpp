@@ -11,9 +11,9 @@
 namespace varnolix {
 namespace {
 
+using testing::Console;
 using ::testing::HasSubstr;
 using ::testing::Not;
-using testing::Console;
 
 /// The answers of a run over one file, one line each, so that tests can change single ones.
 enum Answer {
@@ -35,8 +35,9 @@ enum Answer {
 
 class RunDialogueTest : public testing::FolderTest {
   protected:
-    RunDialogueTest() : answers_{"1", "10", "5", "0.75", "1", "/a/motifs/", "file.txt", "10", "14", "N", "N",
-                                 "All", "Text", folder()} {}
+    RunDialogueTest()
+        : answers_{"1",  "10", "5", "0.75", "1",   "/a/motifs/", "file.txt",
+                   "10", "14", "N", "N",    "All", "Text",       folder()} {}
     ~RunDialogueTest() override { omp_set_num_threads(threadsBefore_); }
 
     /// Answers the question with the texts in turn; each stands on a line of its own.
@@ -66,9 +67,9 @@ int countOf(const std::string& text, const std::string& part) {
 const std::string invalid = "Invalid input. Please, re-enter.\n";
 
 TEST_F(RunDialogueTest, AsksEverythingInOrder) {
-    const std::string threadLines = "Maximum number of threads available on your machine is " +
-                                    std::to_string(threadsBefore_) +
-                                    ".\nThis is the maximum number of threads can be allocated to run this program.\n\n";
+    const std::string threadLines =
+        "Maximum number of threads available on your machine is " + std::to_string(threadsBefore_) +
+        ".\nThis is the maximum number of threads can be allocated to run this program.\n\n";
     EXPECT_EQ(run(),
               "Please, enter number of files to read (must be > 0):\n"
               "Please, enter number of top significant motifs (must be > 0 and <= 50):\n"
@@ -187,9 +188,10 @@ TEST_F(RunDialogueTest, RefusesBadAnswersEach) {
         {collection, {"0", "15", "01", "3.0", "N", "None", "+3", "014"}, "13", invalid},
         {tree, {"y", "Yes", "", "n", " Y", "Y ", "No"}, "Y", invalid},
         {combine, {"y", "Yes", "", "NN"}, "N", invalid},
-        {type, {"all", "Global", "", "global-only", "All "}, "All",
-         "Invalid output file type. Please, re-enter.\n"},
-        {format, {"text", "TEXT", "html", "", "Html", "PDF "}, "HTML",
+        {type, {"all", "Global", "", "global-only", "All "}, "All", "Invalid output file type. Please, re-enter.\n"},
+        {format,
+         {"text", "TEXT", "html", "", "Html", "PDF "},
+         "HTML",
          "Invalid output file format. Please, re-enter.\n"},
         {outputFolder, {"/no/such/folder", "", folder() + "file.txt"}, folder(), "Invalid path. Please, re-enter.\n"},
     };
@@ -208,8 +210,8 @@ TEST_F(RunDialogueTest, QuestionIsNotRepeatedBehindBadAnswer) {
     answer(topMotifs, "0\n51\n7");
     const std::string output = run();
     EXPECT_EQ(countOf(output, "number of top significant motifs"), 1);
-    EXPECT_THAT(output, HasSubstr("(must be > 0 and <= 50):\n" + invalid + invalid +
-                                  "Please, enter number of best matches"));
+    EXPECT_THAT(output,
+                HasSubstr("(must be > 0 and <= 50):\n" + invalid + invalid + "Please, enter number of best matches"));
     EXPECT_EQ(numTopMotif, 7);
 }
 
@@ -227,8 +229,16 @@ TEST_F(RunDialogueTest, TakesCutoffsInAnySpelling) {
         const char* text;
         double value;
     };
-    for (const Spelling& each : {Spelling{"0.5", 0.5}, {".5", 0.5}, {"0.50", 0.5}, {"0.6", 0.6}, {"00.7", 0.7},
-                                 {"0.75", 0.75}, {"0.750", 0.75}, {"0.8", 0.8}, {".85", 0.85}, {"0.9", 0.9}}) {
+    for (const Spelling& each : {Spelling{"0.5", 0.5},
+                                 {".5", 0.5},
+                                 {"0.50", 0.5},
+                                 {"0.6", 0.6},
+                                 {"00.7", 0.7},
+                                 {"0.75", 0.75},
+                                 {"0.750", 0.75},
+                                 {"0.8", 0.8},
+                                 {".85", 0.85},
+                                 {"0.9", 0.9}}) {
         testing::resetGlobals();
         answer(cutoff, each.text);
         EXPECT_THAT(run(), Not(HasSubstr(invalid))) << each.text;
@@ -338,10 +348,13 @@ TEST_F(RunDialogueTest, EmptyFileNamePasses) {
 }
 
 TEST_F(RunDialogueTest, EveryCollectionHasItsName) {
-    const char* names[] = {"jasparAll",          "jasparFungi",       "jasparInsects", "jasparNematodes",
-                           "jasparPlants",       "jasparUrochordates", "jasparVertebrates", "transfac",
-                           "uniprobeHuman",      "uniprobeMouse",     "uniprobeParasite", "uniprobeWorm",
-                           "uniprobeYeast",      "N"};
+    const char* names[] = {"jasparAll",         "jasparFungi",
+                           "jasparInsects",     "jasparNematodes",
+                           "jasparPlants",      "jasparUrochordates",
+                           "jasparVertebrates", "transfac",
+                           "uniprobeHuman",     "uniprobeMouse",
+                           "uniprobeParasite",  "uniprobeWorm",
+                           "uniprobeYeast",     "N"};
     int number = 1;
     for (const char* name : names) {
         testing::resetGlobals();

@@ -34,12 +34,24 @@ class StartValuesReader : public ::testing::Environment {
         values.overlapColumns = overlap;
         values.cellScore = maxScore;
         values.zeros = {simCutoff, start, stop, wtime, maxSumScoreCompare};
-        values.zeroCounts = {motifNameLength, numFile,           numTopMotif,       numBestMatches,
-                             numThread,       maxThreadsAvailable, inputFileFormatNum};
-        values.answers = {simCutoffInput,  numFileInput,   numTopMotifInput, numBestMatchesInput,
-                          numThreadInput,  inputFileFormat, DBNameInput,     inputPath,
-                          outputPath,      inputFilename,  DBName,           outputFileType,
-                          outputFileFormat, motifCluster,  combinedMotifFlag, jobID};
+        values.zeroCounts = {motifNameLength,     numFile,           numTopMotif, numBestMatches, numThread,
+                             maxThreadsAvailable, inputFileFormatNum};
+        values.answers = {simCutoffInput,
+                          numFileInput,
+                          numTopMotifInput,
+                          numBestMatchesInput,
+                          numThreadInput,
+                          inputFileFormat,
+                          DBNameInput,
+                          inputPath,
+                          outputPath,
+                          inputFilename,
+                          DBName,
+                          outputFileType,
+                          outputFileFormat,
+                          motifCluster,
+                          combinedMotifFlag,
+                          jobID};
         values.names = {outputFile,
                         outputFileWithoutMotif,
                         outputGlobalMatchingFile,

@@ -90,11 +90,10 @@ TEST_F(ScanTest, LongerMotifAlongTheShorterOne) {
     EXPECT_EQ(recordsOf(1)[0], (WalkedRecord{1, 2, "Forward", "Y", 1, 4, 1.0, reversed, reversed}));
     EXPECT_EQ(recordsOf(1)[1], (WalkedRecord{1, 2, "Backward", "Y", 1, 4, 1.0, original, original}));
     EXPECT_EQ(recordsOf(1).size(), 2U);
-    EXPECT_EQ(recordsOf(2),
-              (std::vector<WalkedRecord>{{2, 1, "Forward", "", 1, 4, 1.0, reversed, reversed},
-                                         {2, 1, "Forward", "", 3, 4, 1.0, original, original},
-                                         {2, 1, "Backward", "", 1, 4, 1.0, original, original},
-                                         {2, 1, "Backward", "", 3, 4, 1.0, reversed, reversed}}));
+    EXPECT_EQ(recordsOf(2), (std::vector<WalkedRecord>{{2, 1, "Forward", "", 1, 4, 1.0, reversed, reversed},
+                                                       {2, 1, "Forward", "", 3, 4, 1.0, original, original},
+                                                       {2, 1, "Backward", "", 1, 4, 1.0, original, original},
+                                                       {2, 1, "Backward", "", 3, 4, 1.0, reversed, reversed}}));
 }
 
 TEST_F(ScanTest, FormatsOfSecondRegionAreCrossed) {

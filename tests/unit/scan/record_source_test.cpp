@@ -42,7 +42,8 @@ TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {
         testing::resetGlobals();
         Datasets = testing::RandomMotifs(seed).motifs(22, 2);
         // One motif whose values the fast way does not take.
-        Datasets[5] = testing::motifOfMatrix(6, {{2, -1, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}});
+        Datasets[5] =
+            testing::motifOfMatrix(6, {{2, -1, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}});
         simCutoff = 0.6;
         forwardScan();
         backwardScan();

@@ -57,10 +57,9 @@ TEST(RegionRule, RegionsVisitTheOffsetsOfTheWalk) {
             SCOPED_TRACE(std::string(each.name) + " " + std::to_string(lengths.left) + " " +
                          std::to_string(lengths.right));
             // The left motif is the outer one, i.
-            const std::vector<WalkedOffset> expected =
-                walkRegion(each.direction == Direction::forward,
-                           each.sliding == Sliding::left ? Region::first : Region::second, lengths.left, lengths.right,
-                           least);
+            const std::vector<WalkedOffset> expected = walkRegion(
+                each.direction == Direction::forward, each.sliding == Sliding::left ? Region::first : Region::second,
+                lengths.left, lengths.right, least);
             std::size_t visited = 0;
             forEachOffset(each.direction, each.sliding, lengths, allShifts(lengths),
                           [&](const ScoredShift& kept, int offset) {

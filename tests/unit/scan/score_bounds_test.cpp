@@ -151,11 +151,10 @@ struct DatabaseTwin {
 };
 
 TEST_F(ScoreBoundsTest, AgainstACollectionOnlyInputMotifsCount) {
-    const DatabaseTwin twins[] = {
-        {DatasetsCombinedScoreDatabaseLists, maxScoresDatabaseList, getMaxScoresDatabase,
-         calculateSumScoresCompareDatabase},
-        {DatasetsCombinedScoreDatabaseGlobalLists, maxScoresDatabaseGlobalList, getMaxScoresDatabaseGlobal,
-         calculateSumScoresCompareDatabaseGlobal}};
+    const DatabaseTwin twins[] = {{DatasetsCombinedScoreDatabaseLists, maxScoresDatabaseList, getMaxScoresDatabase,
+                                   calculateSumScoresCompareDatabase},
+                                  {DatasetsCombinedScoreDatabaseGlobalLists, maxScoresDatabaseGlobalList,
+                                   getMaxScoresDatabaseGlobal, calculateSumScoresCompareDatabaseGlobal}};
     for (const DatabaseTwin& twin : twins) {
         // List 2 holds the records of input motif 2; reference motif 1 must not raise input motif 1, and the id of
         // reference motif 99 is never looked up.

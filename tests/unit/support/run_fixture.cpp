@@ -20,13 +20,13 @@ void resetSettings() {
     motifNameLength = 0;
     maxSumScoreCompare = 0;
     simCutoff = 0;
-    for (int* number : {&numFile, &numTopMotif, &numBestMatches, &numThread, &maxThreadsAvailable, &inputFileFormatNum}) {
+    for (int* number :
+         {&numFile, &numTopMotif, &numBestMatches, &numThread, &maxThreadsAvailable, &inputFileFormatNum}) {
         *number = 0;
     }
-    for (std::string* text :
-         {&simCutoffInput, &numFileInput, &numTopMotifInput, &numBestMatchesInput, &numThreadInput, &inputFileFormat,
-          &DBNameInput, &inputPath, &outputPath, &inputFilename, &DBName, &outputFileType, &outputFileFormat,
-          &motifCluster, &combinedMotifFlag, &jobID}) {
+    for (std::string* text : {&simCutoffInput, &numFileInput, &numTopMotifInput, &numBestMatchesInput, &numThreadInput,
+                              &inputFileFormat, &DBNameInput, &inputPath, &outputPath, &inputFilename, &DBName,
+                              &outputFileType, &outputFileFormat, &motifCluster, &combinedMotifFlag, &jobID}) {
         text->clear();
     }
     start = stop = wtime = 0;
@@ -64,9 +64,9 @@ void resetStreams() {
     for (std::ofstream* stream :
          {&myfile, &myfileWithoutMotif, &myGlobalMatchingFile, &myHTMLFile, &myHTMLGlobalMatchingFile,
           &myDatabaseMatchingFile, &myDatabaseMatchingFileWithoutMotif, &myDatabaseMatchingHTMLFile,
-          &myDatabaseMatchingGlobalMatchingFile, &myDatabaseMatchingGlobalMatchingHTMLFile,
-          &myCombinedMatrixGlobalFile, &myCombinedMatrixGlobalAndLocalFile, &myCombinedMatrixBestMatchesFile,
-          &myPhylogeneticTreeFile, &myPhylogeneticTreeGlobalMatchingFile}) {
+          &myDatabaseMatchingGlobalMatchingFile, &myDatabaseMatchingGlobalMatchingHTMLFile, &myCombinedMatrixGlobalFile,
+          &myCombinedMatrixGlobalAndLocalFile, &myCombinedMatrixBestMatchesFile, &myPhylogeneticTreeFile,
+          &myPhylogeneticTreeGlobalMatchingFile}) {
         *stream = std::ofstream();
     }
 }
