@@ -8,7 +8,7 @@
 #include "motif_source.h"
 #include "rank/best_matches.h"
 #include "rank/comparison.h"
-#include "scan/record_source.h"
+#include "rank/record_source.h"
 
 // The best matches of motifs from their records: the walk that sorts no further than it goes, against std::sort of
 // whole records. 40 motifs with their records among 2,000; the argument is the number of best matches.
@@ -32,8 +32,9 @@ std::vector<Records> recordsOfSomeMotifs() {
     RecordScratch scratch;
     std::vector<Records> lists;
     for (std::size_t motif = 0; motif < motifCount; motif += stride) {
-        const std::span<const dataCombinedScore> records = source(motif, scratch);
-        lists.emplace_back(records.begin(), records.end());
+        source.listKeys(motif, scratch);
+        Records& records = lists.emplace_back();
+        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(motif, scratch, key));
     }
     return lists;
 }
@@ -62,11 +63,16 @@ void bestMatches(benchmark::State& state) {
     for (const Records& list : lists) records += list.size();
     std::vector<Records> best(lists.size());
     std::vector<Records> plainBest(lists.size());
-    BestMatchScratch scratch;
+    const RecordSource source = heldInputRecords(lists);
+    RecordScratch scratch;
+    std::vector<std::uint32_t> seen;
     const auto select = [&] {
         for (std::size_t list = 0; list < lists.size(); ++list) {
-            gatherKeys(lists[list], scratch, [](const dataCombinedScore&) { return true; });
-            best[list] = selectBestMatches(lists[list], inputRule(static_cast<int>(most), false), scratch, partnerOf);
+            source.listKeys(list, scratch);
+            best[list] = selectBestMatches(
+                std::span(scratch.keys), inputRule(static_cast<int>(most), false), seen,
+                [](const SortKey& key) { return key.partner; },
+                [&](const SortKey& key) { return lists[list][key.place]; });
         }
     };
     const auto selectPlainly = [&] {

@@ -92,7 +92,7 @@ std::size_t bareKernel() {
 /// The ranking on its own; the program ranks and reports in one stage.
 void rankOnly() {
     const RecordSource records = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
-                                                                    : heldRecords(DatasetsCombinedScoreLists);
+                                                                    : heldInputRecords(DatasetsCombinedScoreLists);
     rankInput(records, Datasets, {numBestMatches, numFile > 1, false});
 }
 

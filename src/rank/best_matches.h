@@ -29,45 +29,33 @@ constexpr BestMatchRule collectionRule(int mostMatches) {
     return {mostMatches, 1, false};
 }
 
-/// Scratch of one thread.
-struct BestMatchScratch {
-    std::vector<SortKey> keys;
-    std::vector<std::uint32_t> seen;
-};
-
-/// The records that stay, in their order. Partners count as one by the number that partnerOf(record) gives them.
-template <class PartnerOf>
-std::vector<dataCombinedScore> selectBestMatches(std::span<const dataCombinedScore> records, const BestMatchRule& rule,
-                                                 BestMatchScratch& scratch, PartnerOf partnerOf) {
+/// The records that stay, in their order; the keys are left partly sorted. Partners count as one by the number that
+/// partnerOf(key) gives them.
+/// @param seen scratch
+template <class PartnerOf, class RecordOf>
+std::vector<dataCombinedScore> selectBestMatches(std::span<SortKey> keys, const BestMatchRule& rule,
+                                                 std::vector<std::uint32_t>& seen, PartnerOf partnerOf,
+                                                 RecordOf recordOf) {
     std::vector<dataCombinedScore> best;
-    if (scratch.keys.empty()) return best;
-    SortedWalk walk(scratch.keys);
-    scratch.seen.clear();
-    const auto keep = [&](const dataCombinedScore& record) {
-        best.push_back(record);
-        scratch.seen.push_back(partnerOf(record));
+    if (keys.empty()) return best;
+    SortedWalk walk(keys);
+    seen.clear();
+    const auto keep = [&](const SortKey& key) {
+        best.push_back(recordOf(key));
+        seen.push_back(partnerOf(key));
     };
-    keep(records[walk.next().place]);
+    keep(walk.next());
     int count = rule.countAtFirst;
     if (rule.testsAfterFirst && count >= rule.mostMatches) return best;
     while (!walk.atEnd()) {
-        const dataCombinedScore& record = records[walk.next().place];
-        if (std::find(scratch.seen.begin(), scratch.seen.end(), partnerOf(record)) == scratch.seen.end()) {
-            keep(record);
+        const SortKey& key = walk.next();
+        if (std::find(seen.begin(), seen.end(), partnerOf(key)) == seen.end()) {
+            keep(key);
             ++count;
         }
         if (count >= rule.mostMatches) break;
     }
     return best;
-}
-
-/// Puts the keys of the records that pass the filter into the scratch, in list order.
-template <class Passes>
-void gatherKeys(std::span<const dataCombinedScore> records, BestMatchScratch& scratch, Passes passes) {
-    scratch.keys.clear();
-    for (std::uint32_t place = 0; place < records.size(); ++place) {
-        if (passes(records[place])) scratch.keys.push_back({records[place].combinedScore, place});
-    }
 }
 
 /// One ranked motif per list, empty ones among them, by ascending sum of combinedScore.

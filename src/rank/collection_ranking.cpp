@@ -4,7 +4,6 @@
 
 #include "rank/best_matches.h"
 #include "report/result_text.h"
-#include "run/record_fields.h"
 
 namespace varnolix {
 
@@ -24,30 +23,28 @@ std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
 
 }  // namespace
 
-RecordLists matchesInCollection(const RecordSource& recordsOf, std::size_t inputMotifs,
+RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMotifs,
                                 const std::vector<data>& references, int mostMatches) {
     const std::vector<std::uint32_t> places = namePlaces(references);
-    // The input motif is the outer one, so the partner is the inner one.
-    const auto partnerOf = [&places](const dataCombinedScore& record) {
-        return places[static_cast<std::size_t>(innerMatrixID(record) - 1)];
-    };
     RecordLists bestMatches(inputMotifs);
 #pragma omp parallel
     {
-        BestMatchScratch scratch;
-        RecordScratch recordScratch;
+        RecordScratch scratch;
+        std::vector<std::uint32_t> seen;
 #pragma omp for schedule(dynamic)
         for (std::size_t motif = 0; motif < inputMotifs; ++motif) {
-            const std::span<const dataCombinedScore> records = recordsOf(motif, recordScratch);
-            gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
-            bestMatches[motif] = selectBestMatches(records, collectionRule(mostMatches), scratch, partnerOf);
+            source.listKeys(motif, scratch);
+            bestMatches[motif] = selectBestMatches(
+                std::span(scratch.keys), collectionRule(mostMatches), seen,
+                [&](const SortKey& key) { return places[key.partner]; },
+                [&](const SortKey& key) { return source.recordOf(motif, scratch, key); });
         }
     }
     return bestMatches;
 }
 
-void writeCollectionSections(const RecordSource& records, std::initializer_list<ReportPass> passes) {
-    const RecordLists bestMatches = matchesInCollection(records, Datasets.size(), DatabaseDatasets, numBestMatches);
+void writeCollectionSections(const RecordSource& source, std::initializer_list<ReportPass> passes) {
+    const RecordLists bestMatches = matchesInCollection(source, Datasets.size(), DatabaseDatasets, numBestMatches);
     const ReportWalk walk{
         .sectionTitle = " Best Matches in Database for Each Motif (Highest to Lowest) ",
         .starsBefore = 70,

@@ -7,7 +7,7 @@
 namespace varnolix {
 
 void getDatabaseGlobalResultsList() {
-    writeCollectionSections(heldRecords(DatasetsCombinedScoreDatabaseGlobalLists),
+    writeCollectionSections(heldCollectionRecords(DatasetsCombinedScoreDatabaseGlobalLists),
                             {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
                              {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
 }

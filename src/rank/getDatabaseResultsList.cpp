@@ -10,13 +10,12 @@ namespace varnolix {
 void getDatabaseResultsList() {
     if (outputFileType != "All") return;
     // The scans left no lists where the records are too many to hold.
-    const RecordSource records = DatasetsCombinedScoreDatabaseLists.empty()
-                                     ? remadeCollectionRecords(Datasets, DatabaseDatasets, simCutoff)
-                                     : heldRecords(DatasetsCombinedScoreDatabaseLists);
-    writeCollectionSections(records,
-                            {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
-                             {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
-                             {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});
+    const RecordSource source = DatasetsCombinedScoreDatabaseLists.empty()
+                                    ? remadeCollectionRecords(Datasets, DatabaseDatasets, simCutoff)
+                                    : heldCollectionRecords(DatasetsCombinedScoreDatabaseLists);
+    writeCollectionSections(source, {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
+                                     {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
+                                     {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});
 }
 
 }  // namespace varnolix

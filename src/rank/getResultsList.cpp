@@ -116,9 +116,9 @@ void keepDistances(InputRankings& rankings) {
 
 void getResultsList() {
     // The scans left no lists where the records are too many to hold.
-    const RecordSource records = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
-                                                                    : heldRecords(DatasetsCombinedScoreLists);
-    InputRankings rankings = rankInput(records, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
+    const RecordSource source = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
+                                                                   : heldInputRecords(DatasetsCombinedScoreLists);
+    InputRankings rankings = rankInput(source, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
     if (motifCluster == "Y") keepDistances(rankings);
     const RecordLists& localMatches = rankings.local.bestMatches;
     const RecordLists& globalMatches = rankings.global.bestMatches;

@@ -1,10 +1,8 @@
 #include "rank/input_ranking.h"
 
 #include <algorithm>
-#include <cmath>
+#include <iterator>
 #include <limits>
-
-#include "run/record_fields.h"
 
 namespace varnolix {
 
@@ -19,51 +17,67 @@ void prepareDistances(DistanceTable& table, const std::vector<data>& motifs) {
 
 /// Lowers the cells of one row to the lowest combinedScore per partner. Rows are written by one thread each; the table
 /// is made symmetrical when it is written out.
-void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const dataCombinedScore> records,
-                    std::span<const SortKey> keys) {
+void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const SortKey> keys) {
     double* row = table.lowestScores.data() + motif * table.labels.size();
-    for (const SortKey& key : keys) {
-        double& cell = row[records[key.place].matrixID2 - 1];
-        cell = std::min(cell, key.key);
-    }
+    for (const SortKey& key : keys) row[key.partner] = std::min(row[key.partner], key.key);
 }
 
-void rankMotif(InputRanking& ranking, std::size_t motif, std::span<const dataCombinedScore> records,
-               const RankingSettings& settings, BestMatchScratch& scratch) {
-    if (settings.isDistancesAsked) lowerDistances(ranking.distances, motif, records, scratch.keys);
-    ranking.bestMatches[motif] =
-        selectBestMatches(records, inputRule(settings.mostMatches, motif == 0), scratch,
-                          [](const dataCombinedScore& record) { return static_cast<std::uint32_t>(record.matrixID2); });
-}
+/// What a thread works with.
+struct RankingScratch {
+    RecordScratch records;
+    std::vector<SortKey> globalKeys;
+    std::vector<std::uint32_t> seen;
+};
+
+/// Ranks one motif after the other, each into its own places of the rankings.
+class MotifRanker {
+  public:
+    MotifRanker(const RecordSource& source, const RankingSettings& settings) : source_(source), settings_(settings) {}
+
+    void rank(InputRanking& ranking, std::size_t motif, std::span<SortKey> keys, RankingScratch& scratch) const {
+        if (settings_.isDistancesAsked) lowerDistances(ranking.distances, motif, keys);
+        ranking.bestMatches[motif] = selectBestMatches(
+            keys, inputRule(settings_.mostMatches, motif == 0), scratch.seen,
+            [](const SortKey& key) { return key.partner; },
+            [&](const SortKey& key) { return source_.recordOf(motif, scratch.records, key); });
+    }
+
+  private:
+    const RecordSource& source_;
+    const RankingSettings& settings_;
+};
 
 }  // namespace
 
-InputRankings rankInput(const RecordSource& recordsOf, const std::vector<data>& motifs,
-                        const RankingSettings& settings) {
+InputRankings rankInput(const RecordSource& source, const std::vector<data>& motifs, const RankingSettings& settings) {
     InputRankings rankings;
     for (InputRanking* ranking : {&rankings.local, &rankings.global}) {
         ranking->bestMatches.resize(motifs.size());
         if (settings.isDistancesAsked) prepareDistances(ranking->distances, motifs);
     }
+    std::vector<int> datasetNums;
+    datasetNums.reserve(motifs.size());
+    for (const data& motif : motifs) datasetNums.push_back(motif.datasetNum);
+    const MotifRanker ranker(source, settings);
     double largest = 0.0;
 #pragma omp parallel reduction(max : largest)
     {
-        BestMatchScratch scratch;
-        RecordScratch recordScratch;
+        RankingScratch scratch;
 #pragma omp for schedule(dynamic)
         for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
-            const std::span<const dataCombinedScore> records = recordsOf(motif, recordScratch);
-            gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
+            source.listKeys(motif, scratch.records);
+            std::vector<SortKey>& keys = scratch.records.keys;
             if (settings.isDistancesAsked) {
-                for (const SortKey& key : scratch.keys) largest = std::max(largest, key.key);
+                for (const SortKey& key : keys) largest = std::max(largest, key.key);
             }
-            rankMotif(rankings.local, motif, records, settings, scratch);
-            if (!settings.isGlobalAsked) continue;
-            const int datasetNum = motifs[motif].datasetNum;
-            gatherKeys(records, scratch, [&](const dataCombinedScore& record) {
-                return motifOf(motifs, record.matrixID2).datasetNum != datasetNum;
-            });
-            rankMotif(rankings.global, motif, records, settings, scratch);
+            if (settings.isGlobalAsked) {
+                // Before the local ranking, which changes the order of the keys.
+                scratch.globalKeys.clear();
+                std::copy_if(keys.begin(), keys.end(), std::back_inserter(scratch.globalKeys),
+                             [&](const SortKey& key) { return datasetNums[key.partner] != datasetNums[motif]; });
+                ranker.rank(rankings.global, motif, scratch.globalKeys, scratch);
+            }
+            ranker.rank(rankings.local, motif, keys, scratch);
         }
     }
     rankings.largestCombinedScore = largest;

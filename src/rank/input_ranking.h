@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "rank/best_matches.h"
+#include "rank/record_source.h"
 #include "run/shared_records.h"
-#include "scan/record_source.h"
 
 // The best matches of every input motif and the ranking of the motifs. Local lists hold all records of a motif, global
 // lists those between motifs of different files.
@@ -32,7 +32,7 @@ struct InputRankings {
 };
 
 /// Selects and ranks, the motifs shared out among the threads.
-/// @param records gives the records of each motif that store it first
-InputRankings rankInput(const RecordSource& records, const std::vector<data>& motifs, const RankingSettings& settings);
+/// @param source gives the records of each motif that store it first
+InputRankings rankInput(const RecordSource& source, const std::vector<data>& motifs, const RankingSettings& settings);
 
 }  // namespace varnolix

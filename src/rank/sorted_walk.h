@@ -16,10 +16,11 @@
 
 namespace varnolix {
 
-/// The key of a record and its place in the unsorted list.
+/// The key of a record, its place in the unsorted list, and the place of the motif's partner in its list.
 struct SortKey {
     double key;
     std::uint32_t place;
+    std::uint32_t partner = 0;
 };
 
 class SortedWalk {

@@ -39,14 +39,24 @@ std::vector<Match> matchesOf(const Records& records) {
     return matches;
 }
 
-std::uint32_t partnerOf(const dataCombinedScore& record) {
-    return static_cast<std::uint32_t>(record.matrixID2);
+std::uint32_t partnerOf(const SortKey& key) {
+    return key.partner;
+}
+
+std::vector<SortKey> keysOf(const Records& records) {
+    std::vector<SortKey> keys;
+    for (const dataCombinedScore& record : records) {
+        keys.push_back({record.combinedScore, static_cast<std::uint32_t>(keys.size()),
+                        static_cast<std::uint32_t>(record.matrixID2)});
+    }
+    return keys;
 }
 
 Records select(const Records& records, const BestMatchRule& rule) {
-    BestMatchScratch scratch;
-    gatherKeys(records, scratch, [](const dataCombinedScore&) { return true; });
-    return selectBestMatches(std::span<const dataCombinedScore>(records), rule, scratch, partnerOf);
+    std::vector<SortKey> keys = keysOf(records);
+    std::vector<std::uint32_t> seen;
+    return selectBestMatches(std::span(keys), rule, seen, partnerOf,
+                             [&](const SortKey& key) { return records[key.place]; });
 }
 
 std::vector<Match> select(const std::vector<Match>& matches, const BestMatchRule& rule) {
@@ -102,15 +112,6 @@ TEST(BestMatches, AgainstACollectionLargerCountsAreKept) {
     EXPECT_EQ(select(fiveRecords, collectionRule(2)), (Matches{{2, 0.125}, {3, 0.5}}));
     EXPECT_EQ(select(fiveRecords, collectionRule(3)), (Matches{{2, 0.125}, {3, 0.5}, {5, 0.75}}));
     EXPECT_EQ(select(fiveRecords, collectionRule(50)).size(), 4U);
-}
-
-TEST(BestMatches, RecordsOutsideTheFilterAreNotSeen) {
-    const Records records = recordsOf(fiveRecords);
-    BestMatchScratch scratch;
-    gatherKeys(records, scratch, [](const dataCombinedScore& record) { return record.matrixID2 != 2; });
-    EXPECT_EQ(matchesOf(selectBestMatches(std::span<const dataCombinedScore>(records), inputRule(2, false), scratch,
-                                          partnerOf)),
-              (Matches{{3, 0.5}, {5, 0.75}}));
 }
 
 /// Sorted whole, then reduced record by record.

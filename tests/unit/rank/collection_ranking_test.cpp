@@ -27,7 +27,7 @@ class CollectionRankingTest : public testing::RunTest {
     std::vector<double> keptScores(const std::vector<dataCombinedScore>& list, int mostMatches) const {
         const RecordLists lists{list};
         std::vector<double> scores;
-        const RecordLists best = matchesInCollection(heldRecords(lists), 1, references, mostMatches);
+        const RecordLists best = matchesInCollection(heldCollectionRecords(lists), 1, references, mostMatches);
         for (const dataCombinedScore& kept : best[0]) scores.push_back(kept.combinedScore);
         return scores;
     }
@@ -58,7 +58,7 @@ TEST_F(CollectionRankingTest, OneMatchKeepsASecondPartnerRightBehindTheFirst) {
 
 TEST_F(CollectionRankingTest, MotifWithoutRecordKeepsItsPlace) {
     const RecordLists lists(2);
-    EXPECT_EQ(matchesInCollection(heldRecords(lists), 2, references, 3).size(), 2U);
+    EXPECT_EQ(matchesInCollection(heldCollectionRecords(lists), 2, references, 3).size(), 2U);
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "scan/record_source.h"
+#include "rank/record_source.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
@@ -48,7 +48,7 @@ class InputRankingTest : public testing::RunTest {
 };
 
 TEST_F(InputRankingTest, LocalListsHoldAllRecords) {
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {50, true, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false});
     EXPECT_EQ(partners(rankings.local.bestMatches[0]), (Ids{2, 3, 4}));
     EXPECT_EQ(partners(rankings.local.bestMatches[1]), (Ids{1, 4}));
     EXPECT_EQ(partners(rankings.local.bestMatches[2]), (Ids{4}));
@@ -56,7 +56,7 @@ TEST_F(InputRankingTest, LocalListsHoldAllRecords) {
 }
 
 TEST_F(InputRankingTest, GlobalListsHoldRecordsAcrossFiles) {
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {50, true, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false});
     EXPECT_EQ(partners(rankings.global.bestMatches[0]), (Ids{3, 4}));
     EXPECT_EQ(partners(rankings.global.bestMatches[1]), (Ids{4}));
     EXPECT_TRUE(rankings.global.bestMatches[2].empty());
@@ -64,14 +64,14 @@ TEST_F(InputRankingTest, GlobalListsHoldRecordsAcrossFiles) {
 }
 
 TEST_F(InputRankingTest, OneFileHasNoGlobalRanking) {
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {50, false, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, false, false});
     EXPECT_TRUE(rankings.global.ranking.empty());
     for (const auto& list : rankings.global.bestMatches) EXPECT_TRUE(list.empty());
     EXPECT_EQ(rankings.local.ranking.size(), 4U);
 }
 
 TEST_F(InputRankingTest, RankingHoldsEveryMotifBySum) {
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {50, true, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false});
     Ids ids;
     for (const commonBestMatches& motif : rankings.local.ranking) ids.push_back(motif.matrixID);
     EXPECT_EQ(ids, (Ids{4, 3, 2, 1}));  // sums 0, 0.25, 1, 1.125
@@ -82,7 +82,7 @@ TEST_F(InputRankingTest, RankingHoldsEveryMotifBySum) {
 }
 
 TEST_F(InputRankingTest, OneMatchKeepsTwoOfTheFirstMotifInBothWalks) {
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {1, true, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, false});
     EXPECT_EQ(partners(rankings.local.bestMatches[0]), (Ids{2, 3}));
     EXPECT_EQ(partners(rankings.local.bestMatches[1]), (Ids{1}));
     EXPECT_EQ(partners(rankings.global.bestMatches[0]), (Ids{3, 4}));
@@ -91,14 +91,14 @@ TEST_F(InputRankingTest, OneMatchKeepsTwoOfTheFirstMotifInBothWalks) {
 
 TEST_F(InputRankingTest, FirstPlaceIsFirstEvenIfItsListIsEmpty) {
     lists[0].clear();
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {1, true, false});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, false});
     EXPECT_TRUE(rankings.local.bestMatches[0].empty());
     EXPECT_EQ(rankings.local.bestMatches[1].size(), 1U);
 }
 
 TEST_F(InputRankingTest, DistancesAreTheLowestScoresOfEachPair) {
     const double none = std::numeric_limits<double>::infinity();
-    const InputRankings rankings = rankInput(heldRecords(lists), motifs, {1, true, true});
+    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, true});
     EXPECT_EQ(rankings.local.distances.lowestScores, (std::vector<double>{none, 0.125, 0.25, 0.75,  //
                                                                           0.0, none, none, 1.0,     //
                                                                           none, none, none, 0.25,   //
@@ -112,12 +112,12 @@ TEST_F(InputRankingTest, DistancesAreTheLowestScoresOfEachPair) {
 }
 
 TEST_F(InputRankingTest, DistancesAreLeftOutWithoutTree) {
-    EXPECT_TRUE(rankInput(heldRecords(lists), motifs, {1, true, false}).local.distances.lowestScores.empty());
+    EXPECT_TRUE(rankInput(heldInputRecords(lists), motifs, {1, true, false}).local.distances.lowestScores.empty());
 }
 
 TEST_F(InputRankingTest, NoRecordsGiveEmptyListsAndZeroSums) {
     const RecordLists none(4);
-    const InputRankings rankings = rankInput(heldRecords(none), motifs, {5, true, true});
+    const InputRankings rankings = rankInput(heldInputRecords(none), motifs, {5, true, true});
     for (const commonBestMatches& motif : rankings.local.ranking) EXPECT_EQ(motif.sumCombinedScore, 0.0);
     EXPECT_EQ(rankings.largestCombinedScore, 0.0);
 }
@@ -137,7 +137,7 @@ TEST_F(InputRankingTest, ThreadsChangeNothing) {
         }
     }
     const auto printed = [&] {
-        const InputRankings rankings = rankInput(heldRecords(lists), motifs, {10, true, true});
+        const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {10, true, true});
         std::string text = std::to_string(rankings.largestCombinedScore);
         for (const InputRanking* ranking : {&rankings.local, &rankings.global}) {
             for (const auto& list : ranking->bestMatches) {

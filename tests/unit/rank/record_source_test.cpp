@@ -1,4 +1,4 @@
-#include "scan/record_source.h"
+#include "rank/record_source.h"
 
 #include "scan/backwardScan.h"
 #include "scan/calculateSumScoresCompare.h"
@@ -20,20 +20,51 @@ std::vector<double> combinedScores(std::span<const dataCombinedScore> records) {
     return scores;
 }
 
-Records copyOf(std::span<const dataCombinedScore> records) {
-    return Records(records.begin(), records.end());
+/// All records of a motif, in the order of their keys.
+Records recordsOf(const RecordSource& source, std::size_t motif) {
+    RecordScratch scratch;
+    source.listKeys(motif, scratch);
+    Records records;
+    for (const SortKey& key : scratch.keys) {
+        records.push_back(source.recordOf(motif, scratch, key));
+        EXPECT_EQ(records.back().combinedScore, key.key);
+    }
+    return records;
 }
 
 class RecordSourceTest : public testing::RunTest {};
 
-TEST_F(RecordSourceTest, HeldRecordsAreTheLists) {
+TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
     RecordLists lists(2);
-    lists[1].resize(3);
+    for (const int partner : {5, 3}) {
+        dataCombinedScore record{};
+        record.matrixID1 = 2;
+        record.matrixID2 = partner;
+        record.combinedScore = partner * 0.25;
+        lists[1].push_back(record);
+    }
+    const RecordSource source = heldInputRecords(lists);
+    EXPECT_TRUE(recordsOf(source, 0).empty());
+    EXPECT_EQ(combinedScores(recordsOf(source, 1)), (std::vector{1.25, 0.75}));
     RecordScratch scratch;
-    const RecordSource source = heldRecords(lists);
-    EXPECT_TRUE(source(0, scratch).empty());
-    EXPECT_EQ(source(1, scratch).data(), lists[1].data());
-    EXPECT_EQ(source(1, scratch).size(), 3U);
+    source.listKeys(1, scratch);
+    EXPECT_EQ(scratch.keys[0].partner, 4U);
+    EXPECT_EQ(scratch.keys[1].partner, 2U);
+}
+
+TEST_F(RecordSourceTest, PartnerAgainstACollectionIsTheReferenceMotif) {
+    RecordLists lists(1);
+    for (const bool isInputFirst : {true, false}) {
+        dataCombinedScore record{};
+        record.matrixID1 = isInputFirst ? 1 : 7;
+        record.matrixID2 = isInputFirst ? 7 : 1;
+        record.primaryFlag = isInputFirst ? PrimaryFlag::yes : PrimaryFlag::empty;
+        lists[0].push_back(record);
+    }
+    RecordScratch scratch;
+    heldCollectionRecords(lists).listKeys(0, scratch);
+    EXPECT_EQ(scratch.keys[0].partner, 6U);
+    EXPECT_EQ(scratch.keys[1].partner, 6U);
 }
 
 TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {
@@ -50,10 +81,9 @@ TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {
         getMaxScores();
         calculateSumScoresCompare();
         const RecordSource source = remadeInputRecords(Datasets, simCutoff);
-        RecordScratch scratch;
         std::size_t records = 0;
         for (std::size_t motif = 0; motif < Datasets.size(); ++motif) {
-            const Records remade = copyOf(source(motif, scratch));
+            const Records remade = recordsOf(source, motif);
             records += remade.size();
             ASSERT_EQ(testing::walked(remade), testing::walked(DatasetsCombinedScoreLists[motif])) << motif;
             ASSERT_EQ(combinedScores(remade), combinedScores(DatasetsCombinedScoreLists[motif])) << motif;
@@ -67,7 +97,6 @@ TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
     const std::vector<data> motifs = random.motifs(12, 1);
     const std::vector<data> references = random.motifs(15, 1);
     const RecordSource source = remadeCollectionRecords(motifs, references, 0.7);
-    RecordScratch scratch;
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
         std::vector<testing::WalkedRecord> expected;
         for (const bool isForward : {true, false}) {
@@ -75,7 +104,7 @@ TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
                 testing::walkBothRegions(isForward, motifs[motif], reference, 0.7, expected);
             }
         }
-        const Records remade = copyOf(source(motif, scratch));
+        const Records remade = recordsOf(source, motif);
         ASSERT_EQ(testing::walked(remade), expected);
         // Only the input motif's own bounds count.
         double bestScore = 0;
