@@ -34,35 +34,41 @@ struct RemadeLists {
         : scan(lefts, rights, cutoff), motifs(listMotifs(lefts)), partners(listMotifs(rights)) {}
 };
 
-/// The bounds of a motif over its alignments. Each of them is a record of the motif or of its partner, and both name
-/// it.
-maxScores boundsOfShifts(std::span<const ScoredShift> shifts, ListedMotif motif,
-                         std::span<const ListedMotif> partners) {
+/// The sort key of each alignment, by the bounds of the motif over all of them: each is a record of the motif or of its
+/// partner, and both name it.
+void scoreAlignments(RecordScratch& scratch, ListedMotif motif, std::span<const ListedMotif> partners) {
+    const auto columns = [&](const ScoredShift& kept) {
+        return overlapAt(lengthsOf(motif, partners[kept.partner]), kept.shift);
+    };
     maxScores bounds;
-    for (const ScoredShift& kept : shifts) {
-        raiseBounds(bounds, motif.matrixID, kept.score,
-                    overlapAt(lengthsOf(motif, partners[kept.partner]), kept.shift));
+    for (const ScoredShift& kept : scratch.shifts) raiseBounds(bounds, motif.matrixID, kept.score, columns(kept));
+    scratch.shiftKeys.clear();
+    for (const ScoredShift& kept : scratch.shifts) {
+        scratch.shiftKeys.push_back(combinedScoreOf(kept.score, columns(kept), bounds));
     }
-    return bounds;
 }
 
 /// Lists the keys of the records that store the motif first, or, where both motifs slide, of all records of its pairs.
 void listRemadeKeys(RecordScratch& scratch, ListedMotif motif, std::span<const ListedMotif> partners, bool bothSlide) {
-    const maxScores bounds = boundsOfShifts(scratch.shifts, motif, partners);
+    scoreAlignments(scratch, motif, partners);
     scratch.keys.clear();
-    for (const Direction direction : {Direction::forward, Direction::backward}) {
-        forEachPair(scratch.shifts, [&](std::uint32_t partner, std::span<const ScoredShift> shifts) {
-            const PairLengths lengths = lengthsOf(motif, partners[partner]);
+    scratch.backwardKeys.clear();
+    // Backward records stand behind all forward ones, but the pairs are walked only once.
+    forEachPair(scratch.shifts, [&](std::uint32_t partner, std::span<const ScoredShift> shifts) {
+        const PairLengths lengths = lengthsOf(motif, partners[partner]);
+        for (const Direction direction : {Direction::forward, Direction::backward}) {
+            std::vector<SortKey>& keys = direction == Direction::forward ? scratch.keys : scratch.backwardKeys;
             for (const Sliding sliding : {Sliding::left, Sliding::right}) {
                 if (sliding == Sliding::right && !bothSlide) break;
                 forEachOffset(direction, sliding, lengths, shifts, [&](const ScoredShift& kept, int) {
                     const auto alignment = static_cast<std::uint32_t>(&kept - scratch.shifts.data());
-                    scratch.keys.push_back({combinedScoreOf(kept.score, overlapAt(lengths, kept.shift), bounds),
-                                            RemadeRecord{alignment, direction, sliding}.place(), partner});
+                    const std::uint32_t place = RemadeRecord{alignment, direction, sliding}.place();
+                    keys.push_back({scratch.shiftKeys[alignment], place, partner});
                 });
             }
-        });
-    }
+        }
+    });
+    scratch.keys.insert(scratch.keys.end(), scratch.backwardKeys.begin(), scratch.backwardKeys.end());
 }
 
 dataCombinedScore remadeRecord(const RecordScratch& scratch, const SortKey& key, ListedMotif motif, ListedMotif partner,

@@ -21,8 +21,10 @@ namespace varnolix {
 
 /// Scratch of one thread: what the motif under work has.
 struct RecordScratch {
-    std::vector<ScoredShift> shifts;  ///< where records are made anew
+    std::vector<ScoredShift> shifts;  ///< where records are made anew: the alignments of the motif
+    std::vector<double> shiftKeys;    ///< one an alignment
     std::vector<SortKey> keys;        ///< one a record; may be put into another order
+    std::vector<SortKey> backwardKeys;
 };
 
 /// Gives the records of motifs, told by their places in Datasets. May be used by several threads at once, each with a

@@ -17,9 +17,9 @@ std::size_t usableMemory();
 /// @param isOneList whether lefts and rights are one list, whose pairs count once
 double estimatedRecordBytes(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff);
 
-/// The share of the memory that records may take. Making them anew costs little more time than holding them, so this is
-/// kept low and leaves the machine to its user.
-inline constexpr double recordShare = 1.0 / 16;
+/// The share of the memory that records may take. Making them anew takes no longer than holding more of them than the
+/// processor's caches do, so this is low.
+inline constexpr double recordShare = 1.0 / 256;
 
 /// True where the records of all pairs of input motifs fit the share of the memory.
 bool holdsInputRecords();

@@ -1,9 +1,5 @@
 #include "scan/score_bounds.h"
 
-#include <algorithm>
-#include <cmath>
-#include <cstdlib>
-
 namespace varnolix {
 
 namespace {
@@ -13,13 +9,6 @@ void raiseBounds(maxScores& bounds, const maxScores& other) {
 }
 
 }  // namespace
-
-void raiseBounds(maxScores& bounds, int matrixID, double similarityScore, int overlapColumns) {
-    bounds.matrixID = matrixID;
-    bounds.maxScore = std::max(bounds.maxScore, similarityScore);
-    bounds.maxOverlap = std::max(bounds.maxOverlap, overlapColumns);
-    bounds.halfOverlapPlus2 = (bounds.maxOverlap + 4) / 2;
-}
 
 std::vector<maxScores> boundsOfRecords(const RecordLists& lists, BoundedMotifs bounded, std::size_t motifCount) {
     std::vector<maxScores> bounds(motifCount);
@@ -46,12 +35,6 @@ std::vector<maxScores> boundsOfRecords(const RecordLists& lists, BoundedMotifs b
         for (std::size_t motif = 0; motif < motifCount; ++motif) raiseBounds(bounds[motif], own[motif]);
     }
     return bounds;
-}
-
-double combinedScoreOf(double similarityScore, int overlapColumns, const maxScores& bounds) {
-    const double scoreDifference = std::fabs(similarityScore - bounds.maxScore);
-    const int overlapDifference = std::abs(overlapColumns - bounds.maxOverlap);
-    return (scoreDifference + overlapDifference) * 0.5;
 }
 
 void setCombinedScores(RecordLists& lists, const std::vector<maxScores>& bounds) {
