@@ -68,7 +68,8 @@ void reportWriting(benchmark::State& state) {
     Datasets = bench::motifsOfCounts(bench::countMatrices(static_cast<std::size_t>(state.range(0))));
     motifNameLength = static_cast<int>(Datasets.back().motifName.size());
     const RecordLists lists =
-        rankInput(remadeInputRecords(Datasets, cutoff), Datasets, {mostMatches, false, false}).local.bestMatches;
+        rankInput(remadeInputRecords(Datasets, cutoff, Datasets.size()), Datasets, {mostMatches, false, false})
+            .local.bestMatches;
     std::size_t records = 0;
     for (const auto& list : lists) records += list.size();
 

@@ -91,8 +91,9 @@ std::size_t bareKernel() {
 
 /// The ranking on its own; the program ranks and reports in one stage.
 void rankOnly() {
-    const RecordSource records = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
-                                                                    : heldInputRecords(DatasetsCombinedScoreLists);
+    const RecordSource records = DatasetsCombinedScoreLists.empty()
+                                     ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
+                                     : heldInputRecords(DatasetsCombinedScoreLists);
     rankInput(records, Datasets, {numBestMatches, numFile > 1, false});
 }
 

@@ -21,25 +21,24 @@ std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
     return places;
 }
 
+/// What a thread works with.
+struct MatchingScratch {
+    RecordScratch records;
+    std::vector<std::uint32_t> seen;
+};
+
 }  // namespace
 
 RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMotifs,
                                 const std::vector<data>& references, int mostMatches) {
     const std::vector<std::uint32_t> places = namePlaces(references);
     RecordLists bestMatches(inputMotifs);
-#pragma omp parallel
-    {
-        RecordScratch scratch;
-        std::vector<std::uint32_t> seen;
-#pragma omp for schedule(dynamic)
-        for (std::size_t motif = 0; motif < inputMotifs; ++motif) {
-            source.listKeys(motif, scratch);
-            bestMatches[motif] = selectBestMatches(
-                std::span(scratch.keys), collectionRule(mostMatches), seen,
-                [&](const SortKey& key) { return places[key.partner]; },
-                [&](const SortKey& key) { return source.recordOf(motif, scratch, key); });
-        }
-    }
+    forEachMotif<MatchingScratch>(source, inputMotifs, [&](std::size_t motif, MatchingScratch& scratch) {
+        bestMatches[motif] = selectBestMatches(
+            scratch.records.keys, collectionRule(mostMatches), scratch.seen,
+            [&](const SortKey& key) { return places[key.partner]; },
+            [&](const SortKey& key) { return source.recordOf(motif, scratch.records, key); });
+    });
     return bestMatches;
 }
 

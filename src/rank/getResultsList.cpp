@@ -12,6 +12,7 @@
 #include "report/WriteTopResultsListHTML.h"
 #include "report/WriteTopResultsListWithoutMotif.h"
 #include "report/result_text.h"
+#include "run/memory_plan.h"
 #include "run/shared_records.h"
 
 namespace varnolix {
@@ -116,8 +117,9 @@ void keepDistances(InputRankings& rankings) {
 
 void getResultsList() {
     // The scans left no lists where the records are too many to hold.
-    const RecordSource source = DatasetsCombinedScoreLists.empty() ? remadeInputRecords(Datasets, simCutoff)
-                                                                   : heldInputRecords(DatasetsCombinedScoreLists);
+    const RecordSource source = DatasetsCombinedScoreLists.empty()
+                                    ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
+                                    : heldInputRecords(DatasetsCombinedScoreLists);
     InputRankings rankings = rankInput(source, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
     if (motifCluster == "Y") keepDistances(rankings);
     const RecordLists& localMatches = rankings.local.bestMatches;

@@ -59,28 +59,24 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
     datasetNums.reserve(motifs.size());
     for (const data& motif : motifs) datasetNums.push_back(motif.datasetNum);
     const MotifRanker ranker(source, settings);
-    double largest = 0.0;
-#pragma omp parallel reduction(max : largest)
-    {
-        RankingScratch scratch;
-#pragma omp for schedule(dynamic)
-        for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
-            source.listKeys(motif, scratch.records);
-            std::vector<SortKey>& keys = scratch.records.keys;
-            if (settings.isDistancesAsked) {
-                for (const SortKey& key : keys) largest = std::max(largest, key.key);
-            }
-            if (settings.isGlobalAsked) {
-                // Before the local ranking, which changes the order of the keys.
-                scratch.globalKeys.clear();
-                std::copy_if(keys.begin(), keys.end(), std::back_inserter(scratch.globalKeys),
-                             [&](const SortKey& key) { return datasetNums[key.partner] != datasetNums[motif]; });
-                ranker.rank(rankings.global, motif, scratch.globalKeys, scratch);
-            }
-            ranker.rank(rankings.local, motif, keys, scratch);
+    std::vector<double> largest(motifs.size());
+    forEachMotif<RankingScratch>(source, motifs.size(), [&](std::size_t motif, RankingScratch& scratch) {
+        const std::span<SortKey> keys = scratch.records.keys;
+        if (settings.isDistancesAsked) {
+            for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.key);
         }
+        if (settings.isGlobalAsked) {
+            // Before the local ranking, which changes the order of the keys.
+            scratch.globalKeys.clear();
+            std::copy_if(keys.begin(), keys.end(), std::back_inserter(scratch.globalKeys),
+                         [&](const SortKey& key) { return datasetNums[key.partner] != datasetNums[motif]; });
+            ranker.rank(rankings.global, motif, scratch.globalKeys, scratch);
+        }
+        ranker.rank(rankings.local, motif, keys, scratch);
+    });
+    for (const double ofMotif : largest) {
+        rankings.largestCombinedScore = std::max(rankings.largestCombinedScore, ofMotif);
     }
-    rankings.largestCombinedScore = largest;
     rankings.local.ranking = rankBySum(rankings.local.bestMatches);
     if (settings.isGlobalAsked) rankings.global.ranking = rankBySum(rankings.global.bestMatches);
     return rankings;

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cmath>
 #include <vector>
 
 #include "scan/pair_kernel.h"
@@ -29,6 +30,10 @@ double mostAlignments(const data& left, const data& right) {
     return std::max(0, mostShift(lengths, overlap) - leastShift(lengths, overlap) + 1);
 }
 
+double shareOfMemory(double share) {
+    return share * static_cast<double>(usableMemory());
+}
+
 }  // namespace
 
 std::size_t usableMemory() {
@@ -39,7 +44,7 @@ std::size_t usableMemory() {
     return std::min(machine, static_cast<std::size_t>(limit.rlim_cur));
 }
 
-double estimatedRecordBytes(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
+double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
     const std::vector<data> someLefts = sample(lefts);
     const std::vector<data> someRights = sample(rights);
     const KernelMotifs kernelLefts(someLefts);
@@ -62,18 +67,32 @@ double estimatedRecordBytes(std::span<const data> lefts, std::span<const data> r
     if (sampledPairs == 0) return 0;
     alignments += static_cast<double>(kept.size());
     const double pairs = static_cast<double>(lefts.size()) * static_cast<double>(rights.size()) / (isOneList ? 2 : 1);
+    return pairs * (alignments / sampledPairs);
+}
+
+double recordBytes(double alignments) {
     // An alignment is one record in each direction, and seldom two.
-    return pairs * (alignments / sampledPairs) * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
+    return alignments * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
+}
+
+std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes) {
+    // Pairs grow with the square of the motifs.
+    const double needed = alignments * sizeof(ScoredShift);
+    const auto blocks = static_cast<std::size_t>(needed <= bytes ? 1 : std::ceil(std::sqrt(needed / bytes)));
+    return std::max<std::size_t>(1, (motifs + blocks - 1) / blocks);
 }
 
 bool holdsInputRecords() {
-    return estimatedRecordBytes(Datasets, Datasets, true, simCutoff) <=
-           recordShare * static_cast<double>(usableMemory());
+    return recordBytes(estimatedAlignments(Datasets, Datasets, true, simCutoff)) <= shareOfMemory(recordShare);
 }
 
 bool holdsCollectionRecords() {
-    return estimatedRecordBytes(Datasets, DatabaseDatasets, false, simCutoff) <=
-           recordShare * static_cast<double>(usableMemory());
+    return recordBytes(estimatedAlignments(Datasets, DatabaseDatasets, false, simCutoff)) <= shareOfMemory(recordShare);
+}
+
+std::size_t inputMotifsPerBlock() {
+    return motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, simCutoff),
+                          shareOfMemory(alignmentShare));
 }
 
 }  // namespace varnolix

@@ -51,14 +51,37 @@ void PairScan::scanPartners(std::size_t left, std::size_t first, std::size_t las
 }
 
 ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff) {
-    const PairScan scan(motifs, motifs, cutoff);
-    ShiftRows rows(motifs.size());
-    // Rows get shorter towards the end of the list, so they are handed out one by one.
-#pragma omp parallel for schedule(dynamic)
-    for (std::size_t left = 0; left < motifs.size(); ++left) {
-        scan.scanPartners(left, left + 1, motifs.size(), OuterMotif::left, rows[left]);
+    return scanBlock(PairScan(motifs, motifs, cutoff), 0, motifs.size());
+}
+
+ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last) {
+    ShiftRows rows(last - first);
+#pragma omp parallel
+    {
+        // Rows are as long as they need to be, however the list grows that they are collected in.
+        std::vector<ScoredShift> row;
+        // They get shorter towards the end of the block, so they are handed out one by one.
+#pragma omp for schedule(dynamic)
+        for (std::size_t left = first; left < last; ++left) {
+            row.clear();
+            scan.scanPartners(left, left + 1, last, OuterMotif::left, row);
+            rows[left - first].assign(row.begin(), row.end());
+        }
     }
     return rows;
+}
+
+void gatherEarlier(const ShiftRows& rows, std::size_t firstOfBlock, std::size_t first, std::size_t last,
+                   ShiftRows& lists) {
+    lists.resize(last - first);
+    for (std::vector<ScoredShift>& list : lists) list.clear();
+    for (std::size_t left = firstOfBlock; left + 1 < last; ++left) {
+        const std::span<const ScoredShift> row = partnersWithin(rows[left - firstOfBlock], first, last);
+        // Seen from the partner, shifts ascend where they descend in the row.
+        std::for_each(row.rbegin(), row.rend(), [&](const ScoredShift& kept) {
+            lists[kept.partner - first].push_back(seenFromPartner(kept, left));
+        });
+    }
 }
 
 ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,

@@ -38,6 +38,15 @@ class PairScan {
 /// The kept alignments of each motif with those behind it in the list; rows are shared out among the threads.
 ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff);
 
+/// The same for a block of motifs of one list, first .. last - 1, among themselves; row k belongs to motif first + k.
+ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last);
+
+/// From the rows of a block, the alignments of its motifs first .. last - 1 with the motifs of the block before them:
+/// list k holds those of motif first + k as left motif, by partner and shift.
+/// @param lists keeps its memory from call to call
+void gatherEarlier(const ShiftRows& rows, std::size_t firstOfBlock, std::size_t first, std::size_t last,
+                   ShiftRows& lists);
+
 /// The kept alignments of the motifs `lefts[chosen[k]]` with all of `rights`; the rows of the others stay empty.
 ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
                       double cutoff);

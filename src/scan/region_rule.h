@@ -54,16 +54,23 @@ constexpr bool offsetsAscend(Direction direction, Sliding sliding) {
     return (direction == Direction::forward) == (sliding == Sliding::left);
 }
 
-/// The kept alignments of a pair that one region records: those with an offset of 0 or more, which are all on one side
-/// of the shift with offset 0. Counted without a branch per alignment, as the scans make tens of millions of records.
-/// @param shifts the kept alignments of the pair, by ascending shift
-inline std::span<const ScoredShift> recordedShifts(Direction direction, Sliding sliding, PairLengths lengths,
-                                                   std::span<const ScoredShift> shifts) {
-    std::size_t recorded = 0;
-    for (const ScoredShift& kept : shifts) {
-        recorded += offsetAt(direction, sliding, lengths, kept.shift) >= 0 ? 1U : 0U;
+/// 1 where the region has a record of the kept alignment, at offsets of 0 or more if the scan met it, else 0. Worked
+/// out without a branch, as the scans meet tens of millions of alignments.
+constexpr unsigned recordsOf(Direction direction, Sliding sliding, PairLengths lengths, const ScoredShift& kept) {
+    const unsigned isReached = offsetAt(direction, sliding, lengths, kept.shift) >= 0 ? 1U : 0U;
+    const unsigned isMet = (kept.walks & walkOf(direction)) != 0 ? 1U : 0U;
+    return isReached & isMet;
+}
+
+/// Calls visit(shift) for all kept alignments of a pair in the order of this region: by ascending offset.
+/// @param shifts by ascending shift
+template <class Visit>
+void forEachShift(Direction direction, Sliding sliding, std::span<const ScoredShift> shifts, Visit visit) {
+    if (offsetsAscend(direction, sliding)) {
+        std::for_each(shifts.begin(), shifts.end(), visit);
+    } else {
+        std::for_each(shifts.rbegin(), shifts.rend(), visit);
     }
-    return offsetsAscend(direction, sliding) ? shifts.last(recorded) : shifts.first(recorded);
 }
 
 /// Calls use(shift, offset) for the alignments of one pair that one region records, by ascending offset.
@@ -71,16 +78,11 @@ inline std::span<const ScoredShift> recordedShifts(Direction direction, Sliding 
 template <class Use>
 void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, std::span<const ScoredShift> shifts,
                    Use use) {
-    const Walks walk = walkOf(direction);
-    const std::span<const ScoredShift> recorded = recordedShifts(direction, sliding, lengths, shifts);
-    const auto visit = [&](const ScoredShift& kept) {
-        if ((kept.walks & walk) != 0) use(kept, offsetAt(direction, sliding, lengths, kept.shift));
-    };
-    if (offsetsAscend(direction, sliding)) {
-        std::for_each(recorded.begin(), recorded.end(), visit);
-    } else {
-        std::for_each(recorded.rbegin(), recorded.rend(), visit);
-    }
+    forEachShift(direction, sliding, shifts, [&](const ScoredShift& kept) {
+        if (recordsOf(direction, sliding, lengths, kept) != 0) {
+            use(kept, offsetAt(direction, sliding, lengths, kept.shift));
+        }
+    });
 }
 
 /// Format of the motif stored first, and of the one stored second. They follow the label, and the label names the outer

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 namespace varnolix {
@@ -24,5 +25,12 @@ struct ScoredShift {
 /// What fits ScoredShift::partner.
 inline constexpr std::uint32_t partnerMask = (1U << 28U) - 1U;
 static_assert(sizeof(ScoredShift) == 16);
+
+/// The same alignment with the right motif as the left one, and the left one, told by its index, as the partner.
+constexpr ScoredShift seenFromPartner(ScoredShift kept, std::size_t left) {
+    kept.shift = -kept.shift;
+    kept.partner = static_cast<std::uint32_t>(left) & partnerMask;
+    return kept;
+}
 
 }  // namespace varnolix

@@ -1,5 +1,7 @@
 #include "rank/record_source.h"
 
+#include <omp.h>
+
 #include "scan/backwardScan.h"
 #include "scan/calculateSumScoresCompare.h"
 #include "scan/forwardScan.h"
@@ -20,16 +22,29 @@ std::vector<double> combinedScores(std::span<const dataCombinedScore> records) {
     return scores;
 }
 
-/// All records of a motif, in the order of their keys.
-Records recordsOf(const RecordSource& source, std::size_t motif) {
-    RecordScratch scratch;
-    source.listKeys(motif, scratch);
-    Records records;
-    for (const SortKey& key : scratch.keys) {
-        records.push_back(source.recordOf(motif, scratch, key));
-        EXPECT_EQ(records.back().combinedScore, key.key);
+/// What forEachMotif gives each thread.
+struct Scratch {
+    RecordScratch records;
+};
+
+/// All records of each motif, in the order of their keys.
+RecordLists recordsOf(const RecordSource& source, std::size_t motifs) {
+    RecordLists lists(motifs);
+    forEachMotif<Scratch>(source, motifs, [&](std::size_t motif, Scratch& scratch) {
+        for (const SortKey& key : scratch.records.keys) {
+            lists[motif].push_back(source.recordOf(motif, scratch.records, key));
+            EXPECT_EQ(lists[motif].back().combinedScore, key.key);
+        }
+    });
+    return lists;
+}
+
+void expectSame(const RecordLists& records, const RecordLists& expected) {
+    ASSERT_EQ(records.size(), expected.size());
+    for (std::size_t motif = 0; motif < records.size(); ++motif) {
+        ASSERT_EQ(testing::walked(records[motif]), testing::walked(expected[motif])) << motif;
+        ASSERT_EQ(combinedScores(records[motif]), combinedScores(expected[motif])) << motif;
     }
-    return records;
 }
 
 class RecordSourceTest : public testing::RunTest {};
@@ -44,8 +59,9 @@ TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
         lists[1].push_back(record);
     }
     const RecordSource source = heldInputRecords(lists);
-    EXPECT_TRUE(recordsOf(source, 0).empty());
-    EXPECT_EQ(combinedScores(recordsOf(source, 1)), (std::vector{1.25, 0.75}));
+    const RecordLists records = recordsOf(source, 2);
+    EXPECT_TRUE(records[0].empty());
+    EXPECT_EQ(combinedScores(records[1]), (std::vector{1.25, 0.75}));
     RecordScratch scratch;
     source.listKeys(1, scratch);
     EXPECT_EQ(scratch.keys[0].partner, 4U);
@@ -80,23 +96,50 @@ TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {
         backwardScan();
         getMaxScores();
         calculateSumScoresCompare();
-        const RecordSource source = remadeInputRecords(Datasets, simCutoff);
         std::size_t records = 0;
-        for (std::size_t motif = 0; motif < Datasets.size(); ++motif) {
-            const Records remade = recordsOf(source, motif);
-            records += remade.size();
-            ASSERT_EQ(testing::walked(remade), testing::walked(DatasetsCombinedScoreLists[motif])) << motif;
-            ASSERT_EQ(combinedScores(remade), combinedScores(DatasetsCombinedScoreLists[motif])) << motif;
-        }
+        for (const Records& list : DatasetsCombinedScoreLists) records += list.size();
         EXPECT_GT(records, 100U);
+        for (const std::size_t blockSize : {1U, 3U, 11U, 21U, 22U, 1000U}) {
+            SCOPED_TRACE(blockSize);
+            expectSame(recordsOf(remadeInputRecords(Datasets, simCutoff, blockSize), Datasets.size()),
+                       DatasetsCombinedScoreLists);
+        }
     }
+}
+
+TEST_F(RecordSourceTest, MotifsMayBeTakenInAnyOrder) {
+    // Enough motifs for several runs of neighbours, whose earlier alignments are gathered together.
+    Datasets = testing::RandomMotifs(35).motifs(70, 2);
+    const RecordSource source = remadeInputRecords(Datasets, 0.8, Datasets.size());
+    const RecordLists expected = recordsOf(source, Datasets.size());
+    ASSERT_GT(source.runSize, 1U);
+    RecordScratch scratch;
+    for (const std::size_t motif : {69U, 0U, 68U, 35U, 1U, 36U, 0U}) {
+        source.listKeys(motif, scratch);
+        Records records;
+        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(motif, scratch, key));
+        EXPECT_EQ(testing::walked(records), testing::walked(expected[motif])) << motif;
+    }
+}
+
+TEST_F(RecordSourceTest, ThreadsChangeNothing) {
+    const int threadsBefore = omp_get_max_threads();
+    Datasets = testing::RandomMotifs(36).motifs(70, 2);
+    omp_set_num_threads(1);
+    const RecordLists expected = recordsOf(remadeInputRecords(Datasets, 0.8, 30), Datasets.size());
+    for (const int threads : {2, 3, 7}) {
+        SCOPED_TRACE(threads);
+        omp_set_num_threads(threads);
+        expectSame(recordsOf(remadeInputRecords(Datasets, 0.8, 30), Datasets.size()), expected);
+    }
+    omp_set_num_threads(threadsBefore);
 }
 
 TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
     testing::RandomMotifs random(8);
     const std::vector<data> motifs = random.motifs(12, 1);
     const std::vector<data> references = random.motifs(15, 1);
-    const RecordSource source = remadeCollectionRecords(motifs, references, 0.7);
+    const RecordLists records = recordsOf(remadeCollectionRecords(motifs, references, 0.7), motifs.size());
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
         std::vector<testing::WalkedRecord> expected;
         for (const bool isForward : {true, false}) {
@@ -104,7 +147,7 @@ TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
                 testing::walkBothRegions(isForward, motifs[motif], reference, 0.7, expected);
             }
         }
-        const Records remade = recordsOf(source, motif);
+        const Records& remade = records[motif];
         ASSERT_EQ(testing::walked(remade), expected);
         // Only the input motif's own bounds count.
         double bestScore = 0;

@@ -5,6 +5,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
+#include <tuple>
 
 #include "scan/backwardScan.h"
 #include "scan/forwardScan.h"
@@ -130,6 +131,40 @@ TEST_F(PairScanTest, ScansAgainstChosenMotifsOnly) {
         EXPECT_EQ(walked(lists[left]), expected);
         EXPECT_FALSE(expected.empty());
     }
+}
+
+/// What tells alignments apart.
+std::vector<std::tuple<std::uint32_t, int, double, Orientation, Walks>> told(std::span<const ScoredShift> shifts) {
+    std::vector<std::tuple<std::uint32_t, int, double, Orientation, Walks>> result;
+    for (const ScoredShift& kept : shifts) {
+        result.emplace_back(kept.partner, kept.shift, kept.score, kept.orientation, kept.walks);
+    }
+    return result;
+}
+
+TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
+    const std::vector<data> motifs = RandomMotifs(12).motifs(40, 1);
+    const PairScan scan(motifs, motifs, 0.6);
+    // A block that is not the whole list, in runs that do not divide it.
+    constexpr std::size_t first = 5;
+    constexpr std::size_t last = 36;
+    constexpr std::size_t run = 7;
+    const ShiftRows rows = scanBlock(scan, first, last);
+    ASSERT_EQ(rows.size(), last - first);
+    ShiftRows earlier;
+    std::size_t gathered = 0;
+    for (std::size_t from = first; from < last; from += run) {
+        const std::size_t to = std::min(last, from + run);
+        gatherEarlier(rows, first, from, to, earlier);
+        ASSERT_EQ(earlier.size(), to - from);
+        for (std::size_t motif = from; motif < to; ++motif) {
+            std::vector<ScoredShift> expected;
+            scan.scanPartners(motif, first, motif, OuterMotif::right, expected);
+            EXPECT_EQ(told(earlier[motif - from]), told(expected)) << motif;
+            gathered += expected.size();
+        }
+    }
+    EXPECT_GT(gathered, 100U);
 }
 
 TEST_F(PairScanTest, NoMotifsGiveNothing) {
