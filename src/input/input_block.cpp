@@ -1,5 +1,6 @@
 #include "input/input_block.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <utility>
@@ -12,18 +13,26 @@ namespace varnolix {
 
 namespace {
 
-constexpr std::string_view tokenBorders = " \t";
 constexpr std::string_view strippedAtLineEnd = " \n\r\t";
+
+/// As many tokens as most lines of motif files have at most.
+constexpr std::size_t usualTokens = 32;
+
+constexpr bool isTokenBorder(char c) {
+    return c == ' ' || c == '\t';
+}
 
 }  // namespace
 
 Row splitTokens(std::string_view line) {
     Row tokens;
-    std::size_t from = line.find_first_not_of(tokenBorders);
-    while (from != std::string_view::npos) {
-        const std::size_t to = line.find_first_of(tokenBorders, from);
-        tokens.push_back(line.substr(from, to - from));
-        from = line.find_first_not_of(tokenBorders, to);
+    tokens.reserve(std::min(line.size() / 2 + 1, usualTokens));
+    const char* from = line.data();
+    const char* const end = from + line.size();
+    while ((from = std::find_if_not(from, end, isTokenBorder)) != end) {
+        const char* const to = std::find_if(from, end, isTokenBorder);
+        tokens.emplace_back(from, to);
+        from = to;
     }
     return tokens;
 }

@@ -5,14 +5,13 @@
 namespace varnolix {
 
 std::vector<double> jasparRowValues(const Row& row) {
-    std::string cleaned;
-    for (const std::string_view token : row) {
-        if (token.size() == 1 && std::string_view("ACGT[]").find(token[0]) != std::string_view::npos) continue;
-        cleaned += removeSpecialCharacters(token);
-        cleaned += ' ';
-    }
     std::vector<double> values;
-    for (const std::string_view token : splitTokens(cleaned)) values.push_back(parseNumber(token));
+    values.reserve(row.size());
+    for (const std::string_view token : row) {
+        // A bracket or base on its own leaves nothing, as do other tokens without a digit or point.
+        const std::string cleaned = removeSpecialCharacters(token);
+        if (!cleaned.empty()) values.push_back(parseNumber(cleaned));
+    }
     return values;
 }
 

@@ -3,30 +3,45 @@
 #include <sys/stat.h>
 
 #include <algorithm>
+#include <array>
 
 namespace varnolix {
 
 namespace {
 
-bool onlyOf(std::string_view text, std::string_view allowed) {
-    return text.find_first_not_of(allowed) == std::string_view::npos;
-}
+/// Characters that a check allows.
+class CharacterSet {
+  public:
+    constexpr explicit CharacterSet(std::string_view characters) {
+        for (const char c : characters) isMember_[static_cast<unsigned char>(c)] = true;
+    }
 
-constexpr std::string_view digitsAndPoint = "0123456789.";
+    bool holdsAllOf(std::string_view text) const {
+        return std::all_of(text.begin(), text.end(), [&](char c) { return isMember_[static_cast<unsigned char>(c)]; });
+    }
+
+  private:
+    std::array<bool, 256> isMember_{};
+};
+
+constexpr CharacterSet digitsAndPoint{"0123456789."};
+constexpr CharacterSet digitsButZero{"123456789"};
+constexpr CharacterSet iupacLetters{"-ABCDGHKMNRSTVWY"};
+constexpr CharacterSet nucleotides{"-ACGT"};
 constexpr mode_t directoryBit = 0x4000;
 
 }  // namespace
 
 bool checkNumeric(std::string_view text) {
-    return onlyOf(text, digitsAndPoint);
+    return digitsAndPoint.holdsAllOf(text);
 }
 
 bool checkDouble(std::string_view text) {
-    return !text.empty() && onlyOf(text, digitsAndPoint) && std::count(text.begin(), text.end(), '.') == 1;
+    return !text.empty() && digitsAndPoint.holdsAllOf(text) && std::count(text.begin(), text.end(), '.') == 1;
 }
 
 bool checkNumThreads(std::string_view text) {
-    return onlyOf(text, "123456789");
+    return digitsButZero.holdsAllOf(text);
 }
 
 bool checkSpace(std::string_view text) {
@@ -34,11 +49,11 @@ bool checkSpace(std::string_view text) {
 }
 
 bool checkIUPAC(std::string_view text) {
-    return onlyOf(text, "-ABCDGHKMNRSTVWY");
+    return iupacLetters.holdsAllOf(text);
 }
 
 bool checkNucleotide(std::string_view text) {
-    return onlyOf(text, "-ACGT");
+    return nucleotides.holdsAllOf(text);
 }
 
 bool isValidPath(const char* path) {
