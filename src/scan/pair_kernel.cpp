@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cmath>
 #include <limits>
 #include <numeric>
 #include <utility>
@@ -69,7 +70,7 @@ double meanScore(std::int64_t sum, int columns) {
 
 /// Whether the mean of the first sum is greater than that of the second.
 bool isBetter(std::int64_t sum, std::int64_t best, int columns) {
-    const std::int64_t hidden = 2 * cellsPerColumn * columns;
+    const std::int64_t hidden = std::int64_t{2} * cellsPerColumn * columns;
     const std::int64_t lead = sum - best;
     return lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(best, columns));
 }
@@ -93,7 +94,7 @@ bool canBeExact(const std::array<const Matrix*, 2>& strands) {
 KernelLevels levelsOf(const Column& column) {
     KernelLevels result;
     std::transform(column.begin(), column.end(), result.levels.begin(),
-                   [](double value) { return static_cast<std::uint8_t>(value * levelsPerOne + 0.5); });
+                   [](double value) { return static_cast<std::uint8_t>(std::lround(value * levelsPerOne)); });
     return result;
 }
 
@@ -176,7 +177,7 @@ class Judge {
             orientations_[n] = takeRival(n);
             facing_[n] = facingOf(orientations_[n], candidates_.places[n]);
             tied_[ties] = static_cast<std::uint16_t>(n);
-            ties += candidates_.rivals[n] != 0;
+            ties += candidates_.rivals[n] != 0 ? 1U : 0U;
         }
         stages_.sumCells(facing_.data(), candidates_.count, sums_.data());
         while (ties != 0) {
@@ -202,7 +203,7 @@ class Judge {
                 orientations_[n] = challengers_[tie];
             }
             tied_[left] = n;
-            left += candidates_.rivals[n] != 0;
+            left += candidates_.rivals[n] != 0 ? 1U : 0U;
         }
         return left;
     }
@@ -219,7 +220,7 @@ class Judge {
             result->orientation = orientations_[n];
             result->walks = bothWalks;
             // Written always and kept by moving on: hardly any branch could be foretold here.
-            result += sums_[n] >= cutoff_.leastSum(place.columns);
+            result += sums_[n] >= cutoff_.leastSum(place.columns) ? 1 : 0;
         }
         scored_.resize(static_cast<std::size_t>(result - scored_.data()));
     }
@@ -245,8 +246,8 @@ class Judge {
     kernel::Facing facingOf(Orientation orientation, const Place& place) const {
         const int first = static_cast<int>(orientation) >> 1;
         const int second = static_cast<int>(orientation) & 1;
-        const int leftReversed = outer_ == OuterMotif::left ? first : second;
-        const int rightReversed = outer_ == OuterMotif::left ? second : first;
+        const std::ptrdiff_t leftReversed = outer_ == OuterMotif::left ? first : second;
+        const std::ptrdiff_t rightReversed = outer_ == OuterMotif::left ? second : first;
         const int rightLength = static_cast<int>(rights_.length(place.partner));
         const kernel::Overlap overlap = kernel::overlapAt(place.shift, left_.length, rightLength);
         return {left_.columns + leftReversed * left_.length + overlap.leftStart,

@@ -1,5 +1,3 @@
-#include "scan/pair_kernel_stages.h"
-
 // The stages for processors with AVX2, found out at run time, so the rest of the program needs no special build.
 
 #ifdef __x86_64__
@@ -10,55 +8,27 @@
 #include <array>
 #include <bit>
 
-#define VARNOLIX_AVX2 __attribute__((target("avx2,popcnt")))
+#define VARNOLIX_TARGET __attribute__((target("avx2,popcnt")))
+#include "scan/pair_kernel_vectors.h"
 
 namespace varnolix::kernel {
 
 namespace {
 
-constexpr int columnsPerSumStep = 4;
+constexpr std::ptrdiff_t columnsPerSumStep = 4;
 constexpr std::size_t lanesPerStep = 4;
 
-VARNOLIX_AVX2 inline __m256i load(const void* from) {
+VARNOLIX_TARGET inline __m256i load(const void* from) {
     return _mm256_load_si256(static_cast<const __m256i*>(from));
 }
 
 /// Two columns of the left motif, in every lane.
-VARNOLIX_AVX2 inline __m256i spread(const KernelLevels* columns) {
+VARNOLIX_TARGET inline __m256i spread(const KernelLevels* columns) {
     return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
 }
 
-/// For each of four lanes the distances of both original, right reversed, left reversed, both reversed, as words of 16
-/// bits.
-VARNOLIX_AVX2 inline __m256i distances(const KernelLevels* left, std::size_t leftLength, const KernelLevelPairs* right,
-                                       std::size_t firstLane, int columns) {
-    __m256i original = _mm256_setzero_si256();
-    __m256i rightReversed = original;
-    __m256i leftReversed = original;
-    __m256i bothReversed = original;
-    const auto add = [&](__m256i a, __m256i aReversed, __m256i b, __m256i bReversed) VARNOLIX_AVX2 {
-        original = _mm256_add_epi64(original, _mm256_sad_epu8(a, b));
-        rightReversed = _mm256_add_epi64(rightReversed, _mm256_sad_epu8(a, bReversed));
-        leftReversed = _mm256_add_epi64(leftReversed, _mm256_sad_epu8(aReversed, b));
-        bothReversed = _mm256_add_epi64(bothReversed, _mm256_sad_epu8(aReversed, bReversed));
-    };
-    const auto lanesOf = [&](std::size_t strand) VARNOLIX_AVX2 { return load(&right[strand].lanes[firstLane]); };
-    for (; columns > 2; columns -= 2) {
-        add(spread(left), spread(left + leftLength), lanesOf(0), lanesOf(1));
-        left += 2;
-        right += 4;
-    }
-    // The last step counts one column or two.
-    const __m256i mask = _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
-    const auto masked = [&](__m256i pair) VARNOLIX_AVX2 { return _mm256_and_si256(pair, mask); };
-    add(masked(spread(left)), masked(spread(left + leftLength)), masked(lanesOf(0)), masked(lanesOf(1)));
-    const __m256i low = _mm256_or_si256(original, _mm256_slli_epi64(rightReversed, 16));
-    const __m256i high = _mm256_or_si256(leftReversed, _mm256_slli_epi64(bothReversed, 16));
-    return _mm256_or_si256(low, _mm256_slli_epi64(high, 32));
-}
-
 /// For each lane its smallest word, four times.
-VARNOLIX_AVX2 inline __m256i smallestWords(__m256i words) {
+VARNOLIX_TARGET inline __m256i smallestWords(__m256i words) {
     const __m256i ofTwo = _mm256_min_epu16(words, _mm256_srli_epi64(words, 32));
     const __m256i ofFour = _mm256_min_epu16(ofTwo, _mm256_srli_epi64(ofTwo, 16));
     return _mm256_shuffle_epi8(ofFour, _mm256_set_epi8(9, 8, 9, 8, 9, 8, 9, 8, 1, 0, 1, 0, 1, 0, 1, 0, 9, 8, 9, 8, 9, 8,
@@ -66,7 +36,7 @@ VARNOLIX_AVX2 inline __m256i smallestWords(__m256i words) {
 }
 
 /// All bits of the words that are at most the limit.
-VARNOLIX_AVX2 inline __m256i atMost(__m256i words, __m256i limit) {
+VARNOLIX_TARGET inline __m256i atMost(__m256i words, __m256i limit) {
     return _mm256_cmpeq_epi16(_mm256_subs_epu16(words, limit), _mm256_setzero_si256());
 }
 
@@ -90,49 +60,6 @@ constexpr std::array<LaneOrder, 1U << lanesPerStep> laneOrders() {
 }
 constexpr std::array<LaneOrder, 1U << lanesPerStep> toFront = laneOrders();
 
-VARNOLIX_AVX2 void filterLanes(const LeftMotif& left, const Partners& partners, std::size_t firstLane,
-                               const CutoffTable& cutoff, Candidates& candidates) {
-    const int least = static_cast<int>(leastKernelColumns);
-    const int leftLength = left.length;
-    const int rightLength = static_cast<int>(partners.group.length);
-    const KernelLevels* leftLevels = left.levels;
-    const KernelLevelPairs* rightLevels = partners.motifs.pairs(partners.group);
-    const unsigned wanted = partners.lanes >> firstLane & ((1U << lanesPerStep) - 1U);
-    const __m256i indices =
-        _mm256_cvtepu32_epi64(_mm_load_si128(reinterpret_cast<const __m128i*>(&partners.group.motifs[firstLane])));
-    std::size_t count = candidates.count;
-    for (int shift = least - leftLength; shift <= rightLength - least; ++shift) {
-        const Overlap overlap = overlapAt(shift, leftLength, rightLength);
-        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(overlap.columns));
-        if (greatest < 0) {
-            continue;
-        }
-        const __m256i words = distances(leftLevels + overlap.leftStart, static_cast<std::size_t>(leftLength),
-                                        rightLevels + 2 * overlap.rightStart, firstLane, overlap.columns);
-        const __m256i smallest = smallestWords(words);
-        const __m256i possible = atMost(smallest, _mm256_set1_epi16(static_cast<std::int16_t>(greatest)));
-        const unsigned lanes = static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(possible))) & wanted;
-        const __m256i margin = _mm256_set1_epi16(static_cast<std::int16_t>(rivalDistancePerColumn * overlap.columns));
-        const __m256i rivals = atMost(words, _mm256_adds_epu16(smallest, margin));
-        const __m256i places = _mm256_or_si256(indices, _mm256_set1_epi64x(placeBits(shift, overlap.columns)));
-        // Written always and kept by moving on: a branch would be foretold badly, and spoil the others.
-        const __m256i order = load(&toFront[lanes]);
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&candidates.rivals[count]),
-                            _mm256_permutevar8x32_epi32(rivals, order));
-        _mm256_storeu_si256(reinterpret_cast<__m256i*>(&candidates.places[count]),
-                            _mm256_permutevar8x32_epi32(places, order));
-        count += static_cast<std::size_t>(std::popcount(lanes));
-    }
-    candidates.count = count;
-}
-
-VARNOLIX_AVX2 void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
-                                Candidates& candidates) {
-    for (std::size_t firstLane = 0; partners.lanes >> firstLane != 0; firstLane += lanesPerStep) {
-        filterLanes(left, partners, firstLane, cutoff, candidates);
-    }
-}
-
 constexpr std::int64_t noSign = 0x7FFFFFFFFFFFFFFF;
 
 // Clears the signs of the first n columns of four, and the others whole, if loaded from row 4 - n.
@@ -150,7 +77,7 @@ constexpr std::array<ColumnMask, 8> columnMask = {{{{noSign, noSign, noSign, noS
 
 /// A cell less 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2
 /// and of 1, where they count in units of 2^-53, and their difference is (1 - d) - 1/2 in these units.
-VARNOLIX_AVX2 inline __m256i cellUnits(const KernelColumn& left, const KernelColumn& right, __m256d mask) {
+VARNOLIX_TARGET inline __m256i cellUnits(const KernelColumn& left, const KernelColumn& right, __m256d mask) {
     const __m256d half = _mm256_set1_pd(0.5);
     const __m256d difference = _mm256_sub_pd(_mm256_load_pd(left.values.data()), _mm256_load_pd(right.values.data()));
     const __m256d distance = _mm256_and_pd(difference, mask);
@@ -158,39 +85,86 @@ VARNOLIX_AVX2 inline __m256i cellUnits(const KernelColumn& left, const KernelCol
     return _mm256_sub_epi64(_mm256_castpd_si256(cell), _mm256_castpd_si256(_mm256_max_pd(distance, half)));
 }
 
-VARNOLIX_AVX2 inline __m256i stepUnits(const KernelColumn* left, const KernelColumn* right, const ColumnMask* masks) {
-    const auto column = [&](std::size_t k) VARNOLIX_AVX2 {
+VARNOLIX_TARGET inline __m256i stepUnits(const KernelColumn* left, const KernelColumn* right, const ColumnMask* masks) {
+    const auto column = [&](std::size_t k) VARNOLIX_TARGET {
         return cellUnits(left[k], right[k], _mm256_castsi256_pd(load(&masks[k])));
     };
     return _mm256_add_epi64(_mm256_add_epi64(column(0), column(1)), _mm256_add_epi64(column(2), column(3)));
 }
 
-VARNOLIX_AVX2 inline std::int64_t sumOf(const KernelColumn* left, const KernelColumn* right, int columns) {
-    __m256i lanes = _mm256_setzero_si256();
-    // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
-    std::int64_t sum = static_cast<std::int64_t>(columns * 4) << 52;
-    for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
-        lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data()));
-        left += columnsPerSumStep;
-        right += columnsPerSumStep;
-    }
-    const int masked = columnsPerSumStep - columns;
-    lanes = _mm256_add_epi64(lanes, stepUnits(left, right, columnMask.data() + masked));
-    sum -= static_cast<std::int64_t>(masked * 4) << 52;
-    const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(lanes), _mm256_extracti128_si256(lanes, 1));
-    return sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);
-}
+struct Vectors {
+    static constexpr std::size_t lanes = lanesPerStep;
 
-VARNOLIX_AVX2 void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
-    for (std::size_t n = 0; n < count; ++n) {
-        sums[n] = sumOf(items[n].left, items[n].right, items[n].columns);
+    VARNOLIX_TARGET static __m256i distances(const KernelLevels* left, std::size_t leftLength,
+                                             const KernelLevelPairs* right, std::size_t firstLane,
+                                             std::ptrdiff_t columns) {
+        __m256i original = _mm256_setzero_si256();
+        __m256i rightReversed = original;
+        __m256i leftReversed = original;
+        __m256i bothReversed = original;
+        const auto add = [&](__m256i a, __m256i aReversed, __m256i b, __m256i bReversed) VARNOLIX_TARGET {
+            original = _mm256_add_epi64(original, _mm256_sad_epu8(a, b));
+            rightReversed = _mm256_add_epi64(rightReversed, _mm256_sad_epu8(a, bReversed));
+            leftReversed = _mm256_add_epi64(leftReversed, _mm256_sad_epu8(aReversed, b));
+            bothReversed = _mm256_add_epi64(bothReversed, _mm256_sad_epu8(aReversed, bReversed));
+        };
+        const auto lanesOf = [&](std::size_t strand) VARNOLIX_TARGET { return load(&right[strand].lanes[firstLane]); };
+        for (; columns > 2; columns -= 2) {
+            add(spread(left), spread(left + leftLength), lanesOf(0), lanesOf(1));
+            left += 2;
+            right += 4;
+        }
+        // The last step counts one column or two.
+        const __m256i mask = _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
+        const auto masked = [&](__m256i pair) VARNOLIX_TARGET { return _mm256_and_si256(pair, mask); };
+        add(masked(spread(left)), masked(spread(left + leftLength)), masked(lanesOf(0)), masked(lanesOf(1)));
+        const __m256i low = _mm256_or_si256(original, _mm256_slli_epi64(rightReversed, 16));
+        const __m256i high = _mm256_or_si256(leftReversed, _mm256_slli_epi64(bothReversed, 16));
+        return _mm256_or_si256(low, _mm256_slli_epi64(high, 32));
     }
-}
+
+    VARNOLIX_TARGET static __m256i partnerIndices(const std::uint32_t* motifs) {
+        return _mm256_cvtepu32_epi64(_mm_load_si128(reinterpret_cast<const __m128i*>(motifs)));
+    }
+
+    VARNOLIX_TARGET static __m256i withPlace(__m256i indices, std::int64_t bits) {
+        return _mm256_or_si256(indices, _mm256_set1_epi64x(bits));
+    }
+
+    VARNOLIX_TARGET static std::size_t keep(__m256i words, DistanceLimits limits, __m256i places, unsigned wanted,
+                                            Rivals* rivals, Place* keptPlaces) {
+        const __m256i smallest = smallestWords(words);
+        const __m256i possible = atMost(smallest, _mm256_set1_epi16(limits.greatest));
+        const unsigned within = static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(possible))) & wanted;
+        const __m256i near = atMost(words, _mm256_adds_epu16(smallest, _mm256_set1_epi16(limits.margin)));
+        const __m256i order = load(&toFront[within]);
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(rivals), _mm256_permutevar8x32_epi32(near, order));
+        _mm256_storeu_si256(reinterpret_cast<__m256i*>(keptPlaces), _mm256_permutevar8x32_epi32(places, order));
+        return static_cast<std::size_t>(std::popcount(within));
+    }
+
+    VARNOLIX_TARGET static std::int64_t sumOf(const KernelColumn* left, const KernelColumn* right,
+                                              std::ptrdiff_t columns) {
+        __m256i sums = _mm256_setzero_si256();
+        // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
+        std::int64_t sum = columns * 4 << 52;
+        for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
+            sums = _mm256_add_epi64(sums, stepUnits(left, right, columnMask.data()));
+            left += columnsPerSumStep;
+            right += columnsPerSumStep;
+        }
+        const std::ptrdiff_t masked = columnsPerSumStep - columns;
+        sums = _mm256_add_epi64(sums, stepUnits(left, right, columnMask.data() + masked));
+        sum -= masked * 4 << 52;
+        const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(sums), _mm256_extracti128_si256(sums, 1));
+        return sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);
+    }
+};
 
 }  // namespace
 
 Stages avx2Stages() {
-    return {filterShifts, sumCells};
+    return vectorStages<Vectors>();
 }
 
 bool hasAvx2() {

@@ -19,7 +19,7 @@ double meanScore(const Matrix& left, const Matrix& right, int shift, int columns
     for (int step = 0; step < columns; ++step) {
         const int column = direction == Direction::forward ? first + step : first + columns - 1 - step;
         const Column& x = left[static_cast<std::size_t>(column)];
-        const Column& y = right[static_cast<std::size_t>(column + shift)];
+        const Column& y = right[static_cast<std::size_t>(std::ptrdiff_t{column} + shift)];
         for (std::size_t base = 0; base < x.size(); ++base) {
             const double cell = most - std::fabs(x[base] - y[base]);
             sum += cell;
