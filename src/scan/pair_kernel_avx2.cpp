@@ -18,13 +18,8 @@ namespace {
 constexpr std::ptrdiff_t columnsPerSumStep = 4;
 constexpr std::size_t lanesPerStep = 4;
 
-VARNOLIX_TARGET inline __m256i load(const void* from) {
+VARNOLIX_TARGET inline __m256i loadAligned(const void* from) {
     return _mm256_load_si256(static_cast<const __m256i*>(from));
-}
-
-/// Two columns of the left motif, in every lane.
-VARNOLIX_TARGET inline __m256i spread(const KernelLevels* columns) {
-    return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
 }
 
 /// For each lane its smallest word, four times.
@@ -63,17 +58,17 @@ constexpr std::array<LaneOrder, 1U << lanesPerStep> toFront = laneOrders();
 constexpr std::int64_t noSign = 0x7FFFFFFFFFFFFFFF;
 
 // Clears the signs of the first n columns of four, and the others whole, if loaded from row 4 - n.
-struct alignas(32) ColumnMask {
+struct alignas(32) CellMask {
     std::array<std::int64_t, 4> bits;
 };
-constexpr std::array<ColumnMask, 8> columnMask = {{{{noSign, noSign, noSign, noSign}},
-                                                   {{noSign, noSign, noSign, noSign}},
-                                                   {{noSign, noSign, noSign, noSign}},
-                                                   {{noSign, noSign, noSign, noSign}},
-                                                   {},
-                                                   {},
-                                                   {},
-                                                   {}}};
+constexpr std::array<CellMask, 8> cellMasks = {{{{noSign, noSign, noSign, noSign}},
+                                                {{noSign, noSign, noSign, noSign}},
+                                                {{noSign, noSign, noSign, noSign}},
+                                                {{noSign, noSign, noSign, noSign}},
+                                                {},
+                                                {},
+                                                {},
+                                                {}}};
 
 /// A cell less 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2
 /// and of 1, where they count in units of 2^-53, and their difference is (1 - d) - 1/2 in these units.
@@ -85,9 +80,9 @@ VARNOLIX_TARGET inline __m256i cellUnits(const KernelColumn& left, const KernelC
     return _mm256_sub_epi64(_mm256_castpd_si256(cell), _mm256_castpd_si256(_mm256_max_pd(distance, half)));
 }
 
-VARNOLIX_TARGET inline __m256i stepUnits(const KernelColumn* left, const KernelColumn* right, const ColumnMask* masks) {
+VARNOLIX_TARGET inline __m256i stepUnits(const KernelColumn* left, const KernelColumn* right, const CellMask* masks) {
     const auto column = [&](std::size_t k) VARNOLIX_TARGET {
-        return cellUnits(left[k], right[k], _mm256_castsi256_pd(load(&masks[k])));
+        return cellUnits(left[k], right[k], _mm256_castsi256_pd(loadAligned(&masks[k])));
     };
     return _mm256_add_epi64(_mm256_add_epi64(column(0), column(1)), _mm256_add_epi64(column(2), column(3)));
 }
@@ -95,29 +90,25 @@ VARNOLIX_TARGET inline __m256i stepUnits(const KernelColumn* left, const KernelC
 struct Vectors {
     static constexpr std::size_t lanes = lanesPerStep;
 
-    VARNOLIX_TARGET static __m256i distances(const KernelLevels* left, std::size_t leftLength,
-                                             const KernelLevelPairs* right, std::size_t firstLane,
-                                             std::ptrdiff_t columns) {
-        __m256i original = _mm256_setzero_si256();
-        __m256i rightReversed = original;
-        __m256i leftReversed = original;
-        __m256i bothReversed = original;
-        const auto add = [&](__m256i a, __m256i aReversed, __m256i b, __m256i bReversed) VARNOLIX_TARGET {
-            original = _mm256_add_epi64(original, _mm256_sad_epu8(a, b));
-            rightReversed = _mm256_add_epi64(rightReversed, _mm256_sad_epu8(a, bReversed));
-            leftReversed = _mm256_add_epi64(leftReversed, _mm256_sad_epu8(aReversed, b));
-            bothReversed = _mm256_add_epi64(bothReversed, _mm256_sad_epu8(aReversed, bReversed));
-        };
-        const auto lanesOf = [&](std::size_t strand) VARNOLIX_TARGET { return load(&right[strand].lanes[firstLane]); };
-        for (; columns > 2; columns -= 2) {
-            add(spread(left), spread(left + leftLength), lanesOf(0), lanesOf(1));
-            left += 2;
-            right += 4;
-        }
-        // The last step counts one column or two.
-        const __m256i mask = _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
-        const auto masked = [&](__m256i pair) VARNOLIX_TARGET { return _mm256_and_si256(pair, mask); };
-        add(masked(spread(left)), masked(spread(left + leftLength)), masked(lanesOf(0)), masked(lanesOf(1)));
+    VARNOLIX_TARGET static __m256i zero() { return _mm256_setzero_si256(); }
+    VARNOLIX_TARGET static __m256i spread(const KernelLevels* columns) {
+        return _mm256_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
+    }
+    VARNOLIX_TARGET static __m256i load(const KernelLevelPairs& pairs, std::size_t firstLane) {
+        return loadAligned(&pairs.lanes[firstLane]);
+    }
+
+    VARNOLIX_TARGET static __m256i columnMask(int columns) {
+        return _mm256_set1_epi64x(columns == 1 ? 0xFFFFFFFFLL : -1LL);
+    }
+    VARNOLIX_TARGET static __m256i masked(__m256i pair, __m256i mask) { return _mm256_and_si256(pair, mask); }
+
+    VARNOLIX_TARGET static __m256i addDistance(__m256i sum, __m256i a, __m256i b) {
+        return _mm256_add_epi64(sum, _mm256_sad_epu8(a, b));
+    }
+
+    VARNOLIX_TARGET static __m256i inWords(__m256i original, __m256i rightReversed, __m256i leftReversed,
+                                           __m256i bothReversed) {
         const __m256i low = _mm256_or_si256(original, _mm256_slli_epi64(rightReversed, 16));
         const __m256i high = _mm256_or_si256(leftReversed, _mm256_slli_epi64(bothReversed, 16));
         return _mm256_or_si256(low, _mm256_slli_epi64(high, 32));
@@ -137,7 +128,7 @@ struct Vectors {
         const __m256i possible = atMost(smallest, _mm256_set1_epi16(limits.greatest));
         const unsigned within = static_cast<unsigned>(_mm256_movemask_pd(_mm256_castsi256_pd(possible))) & wanted;
         const __m256i near = atMost(words, _mm256_adds_epu16(smallest, _mm256_set1_epi16(limits.margin)));
-        const __m256i order = load(&toFront[within]);
+        const __m256i order = loadAligned(&toFront[within]);
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(rivals), _mm256_permutevar8x32_epi32(near, order));
         _mm256_storeu_si256(reinterpret_cast<__m256i*>(keptPlaces), _mm256_permutevar8x32_epi32(places, order));
         return static_cast<std::size_t>(std::popcount(within));
@@ -149,12 +140,12 @@ struct Vectors {
         // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
         std::int64_t sum = columns * 4 << 52;
         for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
-            sums = _mm256_add_epi64(sums, stepUnits(left, right, columnMask.data()));
+            sums = _mm256_add_epi64(sums, stepUnits(left, right, cellMasks.data()));
             left += columnsPerSumStep;
             right += columnsPerSumStep;
         }
         const std::ptrdiff_t masked = columnsPerSumStep - columns;
-        sums = _mm256_add_epi64(sums, stepUnits(left, right, columnMask.data() + masked));
+        sums = _mm256_add_epi64(sums, stepUnits(left, right, cellMasks.data() + masked));
         sum -= masked * 4 << 52;
         const __m128i halves = _mm_add_epi64(_mm256_castsi256_si128(sums), _mm256_extracti128_si256(sums, 1));
         return sum + _mm_cvtsi128_si64(halves) + _mm_extract_epi64(halves, 1);

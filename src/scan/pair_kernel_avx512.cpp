@@ -24,15 +24,6 @@ constexpr std::ptrdiff_t columnsPerSumStep = vectorsPerSumStep * columnsPerVecto
 constexpr __mmask16 firstColumnOfPairs = 0x5555;
 constexpr auto allColumns = static_cast<__mmask16>(-1);
 
-VARNOLIX_TARGET inline __m512i load(const void* from) {
-    return _mm512_loadu_si512(from);
-}
-
-/// Two columns of the left motif, in every lane.
-VARNOLIX_TARGET inline __m512i spread(const KernelLevels* columns) {
-    return _mm512_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
-}
-
 /// For each lane its smallest word, four times.
 VARNOLIX_TARGET inline __m512i smallestWords(__m512i words) {
     const __m512i ofTwo = _mm512_min_epu16(words, _mm512_srli_epi64(words, 32));
@@ -51,28 +42,23 @@ VARNOLIX_TARGET inline __m512i cellUnits(const KernelColumn* left, const KernelC
 struct Vectors {
     static constexpr std::size_t lanes = kernelLanes;
 
-    VARNOLIX_TARGET static __m512i distances(const KernelLevels* left, std::size_t leftLength,
-                                             const KernelLevelPairs* right, std::size_t /*firstLane*/,
-                                             std::ptrdiff_t columns) {
-        __m512i original = _mm512_setzero_si512();
-        __m512i rightReversed = original;
-        __m512i leftReversed = original;
-        __m512i bothReversed = original;
-        const auto add = [&](__m512i a, __m512i aReversed, __m512i b, __m512i bReversed) VARNOLIX_TARGET {
-            original = _mm512_add_epi64(original, _mm512_sad_epu8(a, b));
-            rightReversed = _mm512_add_epi64(rightReversed, _mm512_sad_epu8(a, bReversed));
-            leftReversed = _mm512_add_epi64(leftReversed, _mm512_sad_epu8(aReversed, b));
-            bothReversed = _mm512_add_epi64(bothReversed, _mm512_sad_epu8(aReversed, bReversed));
-        };
-        for (; columns > columnsPerVector; columns -= columnsPerVector) {
-            add(spread(left), spread(left + leftLength), load(right), load(right + 1));
-            left += columnsPerVector;
-            right += 2 * columnsPerVector;
-        }
-        // The last step counts one column or two.
-        const __mmask16 mask = columns == 1 ? firstColumnOfPairs : allColumns;
-        const auto masked = [&](__m512i pair) VARNOLIX_TARGET { return _mm512_maskz_mov_epi32(mask, pair); };
-        add(masked(spread(left)), masked(spread(left + leftLength)), masked(load(right)), masked(load(right + 1)));
+    VARNOLIX_TARGET static __m512i zero() { return _mm512_setzero_si512(); }
+    VARNOLIX_TARGET static __m512i spread(const KernelLevels* columns) {
+        return _mm512_broadcastq_epi64(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(columns)));
+    }
+    VARNOLIX_TARGET static __m512i load(const KernelLevelPairs& pairs, std::size_t /*firstLane*/) {
+        return _mm512_load_si512(&pairs);
+    }
+
+    VARNOLIX_TARGET static __mmask16 columnMask(int columns) { return columns == 1 ? firstColumnOfPairs : allColumns; }
+    VARNOLIX_TARGET static __m512i masked(__m512i pair, __mmask16 mask) { return _mm512_maskz_mov_epi32(mask, pair); }
+
+    VARNOLIX_TARGET static __m512i addDistance(__m512i sum, __m512i a, __m512i b) {
+        return _mm512_add_epi64(sum, _mm512_sad_epu8(a, b));
+    }
+
+    VARNOLIX_TARGET static __m512i inWords(__m512i original, __m512i rightReversed, __m512i leftReversed,
+                                           __m512i bothReversed) {
         const __m512i low = _mm512_or_si512(original, _mm512_slli_epi64(rightReversed, 16));
         const __m512i high = _mm512_or_si512(leftReversed, _mm512_slli_epi64(bothReversed, 16));
         return _mm512_or_si512(low, _mm512_slli_epi64(high, 32));

@@ -6,8 +6,13 @@
 // its processors, before it includes this, and gives its own part as Vectors:
 //
 //   lanes                     how many partners are filtered at once
-//   distances(left, leftLength, right, firstLane, columns)
-//                             for each lane the four distances as words of 16 bits, in the order of Rivals
+//   zero(), spread(columns)   no distance; two columns of the left motif, in every lane
+//   load(pairs, firstLane)    two columns of the partner of each lane
+//   columnMask(columns), masked(pair, mask)
+//                             leaves one column of two, or both
+//   addDistance(sum, a, b)    for each lane a sum of distances with those of two more columns
+//   inWords(original, rightReversed, leftReversed, bothReversed)
+//                             four sums of distances as words of 16 bits, in the order of Rivals
 //   partnerIndices(motifs)    for each lane the number of its partner
 //   withPlace(indices, bits)  the same with the bits of a place
 //   keep(words, limits, places, wanted, rivals, keptPlaces)
@@ -23,6 +28,38 @@ struct DistanceLimits {
     std::int16_t greatest;  ///< to be read without a sign
     std::int16_t margin;
 };
+
+/// For each lane the distances over the columns that face each other, in the four orientations.
+/// @param right the pair of columns of the first facing one
+template <class Vectors>
+VARNOLIX_TARGET auto distances(const LeftMotif& left, int leftStart, const KernelLevelPairs* right,
+                               std::size_t firstLane, int columns) {
+    constexpr int columnsPerStep = 2;
+    const KernelLevels* levels = left.levels + leftStart;
+    auto original = Vectors::zero();
+    auto rightReversed = original;
+    auto leftReversed = original;
+    auto bothReversed = original;
+    const auto add = [&](auto only) VARNOLIX_TARGET {
+        const auto a = only(Vectors::spread(levels));
+        const auto aReversed = only(Vectors::spread(levels + left.length));
+        const auto b = only(Vectors::load(right[0], firstLane));
+        const auto bReversed = only(Vectors::load(right[1], firstLane));
+        original = Vectors::addDistance(original, a, b);
+        rightReversed = Vectors::addDistance(rightReversed, a, bReversed);
+        leftReversed = Vectors::addDistance(leftReversed, aReversed, b);
+        bothReversed = Vectors::addDistance(bothReversed, aReversed, bReversed);
+    };
+    for (; columns > columnsPerStep; columns -= columnsPerStep) {
+        add([](auto pair) VARNOLIX_TARGET { return pair; });
+        levels += columnsPerStep;
+        right += std::ptrdiff_t{2} * columnsPerStep;
+    }
+    // The last step counts one column or two.
+    const auto mask = Vectors::columnMask(columns);
+    add([&](auto pair) VARNOLIX_TARGET { return Vectors::masked(pair, mask); });
+    return Vectors::inWords(original, rightReversed, leftReversed, bothReversed);
+}
 
 template <class Vectors>
 VARNOLIX_TARGET void filterLanes(const LeftMotif& left, const Partners& partners, std::size_t firstLane,
@@ -41,9 +78,8 @@ VARNOLIX_TARGET void filterLanes(const LeftMotif& left, const Partners& partners
         }
         const DistanceLimits limits{static_cast<std::int16_t>(greatest),
                                     static_cast<std::int16_t>(rivalDistancePerColumn * overlap.columns)};
-        const auto words =
-            Vectors::distances(left.levels + overlap.leftStart, static_cast<std::size_t>(left.length),
-                               rightLevels + std::ptrdiff_t{2} * overlap.rightStart, firstLane, overlap.columns);
+        const auto words = distances<Vectors>(
+            left, overlap.leftStart, rightLevels + std::ptrdiff_t{2} * overlap.rightStart, firstLane, overlap.columns);
         const auto places = Vectors::withPlace(indices, placeBits(shift, overlap.columns));
         // Written always and kept by moving on: a branch would be foretold badly, and spoil the others.
         count += Vectors::keep(words, limits, places, wanted, &candidates.rivals[count], &candidates.places[count]);
