@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "rank/alignment_keys.h"
 #include "rank/sorted_walk.h"
 #include "run/shared_records.h"
 #include "scan/pair_scan.h"
@@ -25,13 +26,10 @@ namespace varnolix {
 /// Scratch of one thread: what the motif under work has.
 struct RecordScratch {
     std::vector<ScoredShift> shifts;  ///< where records are made anew: the alignments of the motif
-    std::vector<int> columns;         ///< one an alignment
-    std::vector<double> shiftKeys;    ///< one an alignment
     std::span<SortKey> keys;          ///< one a record; may be put into another order
-    std::vector<SortKey> keyRoom;
-    std::vector<SortKey> backwardRoom;
-    std::size_t firstOfRun = static_cast<std::size_t>(-1);  ///< of the motifs that the next lists belong to
-    ShiftRows earlier;  ///< alignments with the motifs of the block before each of them
+    KeyRooms rooms;                   ///< where the keys lie
+    std::size_t firstOfRun = static_cast<std::size_t>(-1);  ///< the run of motifs that the next lists belong to
+    ShiftRows earlier;  ///< for each motif of the run, its alignments with the motifs before it in the block
 };
 
 /// Gives the records of motifs, told by their places in Datasets. May be used by several threads at once, each with a
@@ -65,13 +63,14 @@ RecordSource remadeCollectionRecords(std::span<const data> motifs, std::span<con
 /// Scratch belongs to one thread and has its RecordScratch as `records`.
 template <class Scratch, class Use>
 void forEachMotif(const RecordSource& source, std::size_t motifs, Use use) {
+    const auto runSize = static_cast<int>(source.runSize);
     for (std::size_t first = 0; first < motifs; first += source.blockSize) {
         const std::size_t last = std::min(motifs, first + source.blockSize);
         source.prepareBlock(first, last);
 #pragma omp parallel
         {
             Scratch scratch;
-#pragma omp for schedule(dynamic, static_cast <int>(source.runSize))
+#pragma omp for schedule(dynamic, runSize)
             for (std::size_t motif = first; motif < last; ++motif) {
                 source.listKeys(motif, scratch.records);
                 use(motif, scratch);
