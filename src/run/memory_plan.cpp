@@ -1,12 +1,10 @@
 #include "run/memory_plan.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
+#include "run/usable_memory.h"
 #include "scan/pair_kernel.h"
 #include "scan/region_rule.h"
 
@@ -35,14 +33,6 @@ double shareOfMemory(double share) {
 }
 
 }  // namespace
-
-std::size_t usableMemory() {
-    const std::size_t machine =
-        static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-    rlimit limit{};
-    if (getrlimit(RLIMIT_AS, &limit) != 0 || limit.rlim_cur == RLIM_INFINITY) return machine;
-    return std::min(machine, static_cast<std::size_t>(limit.rlim_cur));
-}
 
 double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
     const std::vector<data> someLefts = sample(lefts);

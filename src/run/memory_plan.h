@@ -9,9 +9,6 @@
 
 namespace varnolix {
 
-/// Bytes that this process may use: the machine's memory, or the limit on the process where that is lower.
-std::size_t usableMemory();
-
 /// Estimate of the alignments of all pairs of two lists of motifs that reach the cutoff, from the pairs of some motifs
 /// spread over both lists.
 /// @param isOneList whether lefts and rights are one list, whose pairs count once
