@@ -92,9 +92,6 @@ VARNOLIX_TARGET void filterShifts(const LeftMotif& left, const Partners& partner
                                   Candidates& candidates) {
     for (std::size_t firstLane = 0; partners.lanes >> firstLane != 0; firstLane += Vectors::lanes) {
         filterLanes<Vectors>(left, partners, firstLane, cutoff, candidates);
-        if constexpr (Vectors::lanes == kernelLanes) {
-            return;
-        }
     }
 }
 

@@ -38,13 +38,9 @@ class InputRankingTest : public testing::RunTest {
                  {record(3, 4, 0.25)},
                  {}};
     }
-    ~InputRankingTest() override { omp_set_num_threads(threadsBefore_); }
 
     std::vector<data> motifs;
     RecordLists lists;
-
-  private:
-    int threadsBefore_ = omp_get_max_threads();
 };
 
 TEST_F(InputRankingTest, LocalListsHoldAllRecords) {

@@ -38,7 +38,6 @@ class RunDialogueTest : public testing::FolderTest {
     RunDialogueTest()
         : answers_{"1",  "10", "5", "0.75", "1",   "/a/motifs/", "file.txt",
                    "10", "14", "N", "N",    "All", "Text",       folder()} {}
-    ~RunDialogueTest() override { omp_set_num_threads(threadsBefore_); }
 
     /// Answers the question with the texts in turn; each stands on a line of its own.
     void answer(Answer question, const std::string& lines) { answers_[question] = lines; }
@@ -51,8 +50,6 @@ class RunDialogueTest : public testing::FolderTest {
         runDialogue();
         return console.output();
     }
-
-    int threadsBefore_ = omp_get_max_threads();
 
   private:
     std::vector<std::string> answers_;

@@ -24,8 +24,6 @@ using testing::walked;
 
 class PairScanTest : public testing::RunTest {
   protected:
-    ~PairScanTest() override { omp_set_num_threads(threadsBefore_); }
-
     static RecordLists scan(const std::vector<data>& motifs, double cutoff) {
         Datasets = motifs;
         simCutoff = cutoff;
@@ -46,8 +44,6 @@ class PairScanTest : public testing::RunTest {
             ASSERT_EQ(walked(lists[motif]), expected[motif]) << "motif " << motif + 1;
         }
     }
-
-    int threadsBefore_ = omp_get_max_threads();
 };
 
 TEST_F(PairScanTest, RandomMotifsGiveTheRecordsOfTheWalk) {

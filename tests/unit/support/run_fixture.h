@@ -1,6 +1,7 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <omp.h>
 
 #include <filesystem>
 #include <initializer_list>
@@ -17,11 +18,16 @@ namespace varnolix::testing {
 /// Puts every global of run/shared_records.h back to its start value and all streams into their first state.
 void resetGlobals();
 
-/// Globals at their start values before and after the test.
+/// Globals at their start values before and after the test, which may set the number of threads.
 class RunTest : public ::testing::Test {
   protected:
     RunTest() { resetGlobals(); }
-    ~RunTest() override { resetGlobals(); }
+    ~RunTest() override {
+        resetGlobals();
+        omp_set_num_threads(threadsBefore_);
+    }
+
+    const int threadsBefore_ = omp_get_max_threads();
 };
 
 /// The same, with an empty folder that is removed behind the test.
