@@ -26,7 +26,7 @@ std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matr
             records.push_back(makeRecord(kept, offset, direction, flag, {1, 2}, lengths));
         });
     }
-    std::sort(records.begin(), records.end(), comparison);
+    std::stable_sort(records.begin(), records.end(), comparison);
     return records;
 }
 

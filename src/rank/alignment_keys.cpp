@@ -7,20 +7,6 @@ namespace varnolix {
 
 namespace {
 
-/// What a key says of its record in its place: an alignment, a direction, and the motif that slides.
-struct KeyedRecord {
-    std::uint32_t alignment;
-    Direction direction;
-    Sliding sliding;
-
-    std::uint32_t place() const {
-        return alignment << 2U | static_cast<std::uint32_t>(direction) << 1U | static_cast<std::uint32_t>(sliding);
-    }
-    static KeyedRecord at(std::uint32_t place) {
-        return {place >> 2U, static_cast<Direction>(place >> 1U & 1U), static_cast<Sliding>(place & 1U)};
-    }
-};
-
 /// The sort key of each alignment, by the bounds of the motif over all of them: each is a record of the motif or of its
 /// partner, and both name it.
 void scoreAlignments(std::span<const ScoredShift> shifts, ListedMotif motif, std::span<const ListedMotif> partners,
@@ -73,8 +59,8 @@ std::span<SortKey> listKeys(std::span<const ScoredShift> shifts, ListedMotif mot
         const auto write = [&](Direction direction, Sliding sliding, KeyWriter& keys) {
             forEachShift(direction, sliding, ofPair, [&](const ScoredShift& kept) {
                 const auto alignment = static_cast<std::uint32_t>(&kept - shifts.data());
-                const std::uint32_t place = KeyedRecord{alignment, direction, sliding}.place();
-                keys.write({rooms.shiftKeys[alignment], place, partner}, recordsOf(direction, sliding, lengths, kept));
+                keys.write({rooms.shiftKeys[alignment], {direction, partner, sliding, alignment}},
+                           recordsOf(direction, sliding, lengths, kept));
             });
         };
         write(Direction::forward, Sliding::left, forward);
@@ -100,11 +86,11 @@ std::span<SortKey> keysOfPairs(std::span<const ScoredShift> shifts, ListedMotif 
 
 dataCombinedScore recordOfKey(const SortKey& key, std::span<const ScoredShift> shifts, ListedMotif motif,
                               ListedMotif partner, OuterMotif outer) {
-    const KeyedRecord keyed = KeyedRecord::at(key.place);
+    const RecordPlace place = key.place();
     std::vector<dataCombinedScore> records;
-    appendPairRecords(keyed.direction, keyed.sliding, outer, motif, partner, shifts.subspan(keyed.alignment, 1),
+    appendPairRecords(place.direction, place.sliding, outer, motif, partner, shifts.subspan(place.alignment, 1),
                       records);
-    records.front().combinedScore = key.key;
+    records.front().combinedScore = key.score();
     return records.front();
 }
 

@@ -3,7 +3,7 @@
 #include <span>
 #include <vector>
 
-#include "rank/sorted_walk.h"
+#include "rank/sort_key.h"
 #include "run/shared_records.h"
 #include "scan/pair_scan.h"
 #include "scan/scored_shift.h"

@@ -12,7 +12,8 @@ std::vector<commonBestMatches> rankBySum(const RecordLists& bestMatches) {
         for (const dataCombinedScore& record : list) sum += record.combinedScore;
         ranking.push_back({static_cast<int>(ranking.size()) + 1, sum});
     }
-    std::sort(ranking.begin(), ranking.end(), [](const commonBestMatches& left, const commonBestMatches& right) {
+    // Motifs of equal sums keep their order.
+    std::stable_sort(ranking.begin(), ranking.end(), [](const commonBestMatches& left, const commonBestMatches& right) {
         return left.sumCombinedScore < right.sumCombinedScore;
     });
     return ranking;

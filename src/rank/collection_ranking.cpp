@@ -36,7 +36,7 @@ RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMot
     forEachMotif<MatchingScratch>(source, inputMotifs, [&](std::size_t motif, MatchingScratch& scratch) {
         bestMatches[motif] = selectBestMatches(
             scratch.records.keys, collectionRule(mostMatches), scratch.seen,
-            [&](const SortKey& key) { return places[key.partner]; },
+            [&](const SortKey& key) { return places[key.partner()]; },
             [&](const SortKey& key) { return source.recordOf(motif, scratch.records, key); });
     });
     return bestMatches;

@@ -19,7 +19,7 @@ void prepareDistances(DistanceTable& table, const std::vector<data>& motifs) {
 /// is made symmetrical when it is written out.
 void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const SortKey> keys) {
     double* row = table.lowestScores.data() + motif * table.labels.size();
-    for (const SortKey& key : keys) row[key.partner] = std::min(row[key.partner], key.key);
+    for (const SortKey& key : keys) row[key.partner()] = std::min(row[key.partner()], key.score());
 }
 
 /// What a thread works with.
@@ -38,7 +38,7 @@ class MotifRanker {
         if (settings_.isDistancesAsked) lowerDistances(ranking.distances, motif, keys);
         ranking.bestMatches[motif] = selectBestMatches(
             keys, inputRule(settings_.mostMatches, motif == 0), scratch.seen,
-            [](const SortKey& key) { return key.partner; },
+            [](const SortKey& key) { return key.partner(); },
             [&](const SortKey& key) { return source_.recordOf(motif, scratch.records, key); });
     }
 
@@ -63,13 +63,13 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
     forEachMotif<RankingScratch>(source, motifs.size(), [&](std::size_t motif, RankingScratch& scratch) {
         const std::span<SortKey> keys = scratch.records.keys;
         if (settings.isDistancesAsked) {
-            for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.key);
+            for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.score());
         }
         if (settings.isGlobalAsked) {
             // Before the local ranking, which changes the order of the keys.
             scratch.globalKeys.clear();
             std::copy_if(keys.begin(), keys.end(), std::back_inserter(scratch.globalKeys),
-                         [&](const SortKey& key) { return datasetNums[key.partner] != datasetNums[motif]; });
+                         [&](const SortKey& key) { return datasetNums[key.partner()] != datasetNums[motif]; });
             ranker.rank(rankings.global, motif, scratch.globalKeys, scratch);
         }
         ranker.rank(rankings.local, motif, keys, scratch);

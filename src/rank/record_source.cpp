@@ -82,12 +82,17 @@ RecordSource heldRecords(const RecordLists& lists, PartnerID partnerID) {
             std::vector<SortKey>& room = scratch.rooms.keys;
             room.clear();
             for (const dataCombinedScore& record : lists[motif]) {
-                room.push_back({record.combinedScore, static_cast<std::uint32_t>(room.size()),
-                                static_cast<std::uint32_t>(partnerID(record) - 1)});
+                // The sliding motif is told so that places ascend in both directions: a list is in order as it stands.
+                const Sliding ascending = record.direction == Direction::forward ? Sliding::left : Sliding::right;
+                room.emplace_back(record.combinedScore,
+                                  RecordPlace{record.direction, static_cast<std::uint32_t>(partnerID(record) - 1),
+                                              ascending, static_cast<std::uint32_t>(room.size())});
             }
             scratch.keys = room;
         },
-        [&lists](std::size_t motif, const RecordScratch&, const SortKey& key) { return lists[motif][key.place]; });
+        [&lists](std::size_t motif, const RecordScratch&, const SortKey& key) {
+            return lists[motif][key.place().alignment];
+        });
 }
 
 }  // namespace
@@ -110,8 +115,8 @@ RecordSource remadeInputRecords(std::span<const data> motifs, double cutoff, std
             },
             [blocks](std::size_t motif, const RecordScratch& scratch, const SortKey& key) {
                 const RemadeLists& lists = blocks->lists;
-                const OuterMotif outer = key.partner < motif ? OuterMotif::right : OuterMotif::left;
-                return recordOfKey(key, scratch.shifts, lists.motifs[motif], lists.partners[key.partner], outer);
+                const OuterMotif outer = key.partner() < motif ? OuterMotif::right : OuterMotif::left;
+                return recordOfKey(key, scratch.shifts, lists.motifs[motif], lists.partners[key.partner()], outer);
             }};
 }
 
@@ -124,7 +129,7 @@ RecordSource remadeCollectionRecords(std::span<const data> motifs, std::span<con
             scratch.keys = keysOfPairs(scratch.shifts, lists->motifs[motif], lists->partners, scratch.rooms);
         },
         [lists](std::size_t motif, const RecordScratch& scratch, const SortKey& key) {
-            return recordOfKey(key, scratch.shifts, lists->motifs[motif], lists->partners[key.partner],
+            return recordOfKey(key, scratch.shifts, lists->motifs[motif], lists->partners[key.partner()],
                                OuterMotif::left);
         });
 }

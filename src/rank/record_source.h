@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "rank/alignment_keys.h"
-#include "rank/sorted_walk.h"
+#include "rank/sort_key.h"
 #include "run/shared_records.h"
 #include "scan/pair_scan.h"
 

@@ -1,7 +1,6 @@
 """Folding a ranked group of motifs into one, and the combined reports."""
 from records import ORIGINAL, reverse_complement, consensus_of
 from scanning import PairScan, Side
-from stdsort import std_sort
 from text_reports import DASHES, row
 
 COMBINED = "Combined Motif"
@@ -25,10 +24,9 @@ class Step:
 
 
 def scan_two(run, matrix1, matrix2, forward):
-    """All alignments of two matrices, sorted by a key that is zero for each."""
+    """All alignments of two matrices. The key that sorts them is zero for each, so they keep their places."""
     sides = [Side(matrix, reverse_complement(matrix)) for matrix in (matrix1, matrix2)]
-    found = [PairAlignment(forward, one) for one in PairScan(*sides, run.cutoff).run(forward)]
-    return std_sort(found, lambda record: 0.0)
+    return [PairAlignment(forward, one) for one in PairScan(*sides, run.cutoff).run(forward)]
 
 
 def shifts(length1, length2, record):

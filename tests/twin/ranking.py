@@ -1,14 +1,13 @@
 """Grouping, sorting and reduction of the records, and the ranking of the motifs."""
 from scanning import input_id
-from stdsort import std_sort
 
 
 def sorted_groups(run, records, motif_of):
-    """One list for each input motif, in the order of its id, each sorted by the key."""
+    """One list for each input motif, in the order of its id, each sorted by the key; equal keys keep their places."""
     groups = [[] for _ in run.motifs]
     for record in records:
         groups[motif_of(record) - 1].append(record)
-    return [std_sort(group, lambda r: r.score) for group in groups]
+    return [sorted(group, key=lambda r: r.score) for group in groups]
 
 
 def reduce_inputs(groups, limit):
@@ -50,14 +49,17 @@ def partner_name(record):
 
 
 def ranked_ids(reduced):
-    """Motif ids from the lowest sum of keys upwards; empty lists take part with a sum of 0."""
+    """Motif ids from the lowest sum of keys upwards; empty lists take part with a sum of 0.
+
+    Equal sums keep the order of the motifs.
+    """
     sums = []
     for place, group in enumerate(reduced):
         total = 0.0
         for record in group:
             total += record.score
         sums.append((total, place + 1))
-    return [number for _, number in std_sort(sums, lambda entry: entry[0])]
+    return [number for _, number in sorted(sums, key=lambda entry: entry[0])]
 
 
 class Rankings:

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Tests of the twin itself: its sort and its sums against the real ones, and small cases worked out by hand."""
+"""Tests of the twin itself: its sums against real ones, and small cases worked out by hand."""
 import math
 import os
 import random
@@ -15,7 +15,6 @@ from arithmetic import CELL_UNITS, divide, fixed, mean_in_order, mean_of_units  
 from merging import combine, draw                                               # noqa: E402
 from records import ORIGINAL, REVERSE, consensus_letter, reverse_complement     # noqa: E402
 from scanning import PairScan, Side                                             # noqa: E402
-from stdsort import std_sort                                                    # noqa: E402
 from text_reports import drawing                                                # noqa: E402
 
 
@@ -25,45 +24,33 @@ class Plain:
         self.__dict__.update(values)
 
 
-class LibraryTest(unittest.TestCase):
-    """The twin's sort and its extended sums are those of the library and the processor."""
+class ExtendedSumTest(unittest.TestCase):
+    """The twin's extended sums are those of the processor."""
 
     @classmethod
     def setUpClass(cls):
         cls.folder = tempfile.TemporaryDirectory()
-        cls.program = os.path.join(cls.folder.name, "library_check")
-        source = os.path.join(HERE, "library_check.cpp")
+        cls.program = os.path.join(cls.folder.name, "extended_sums")
+        source = os.path.join(HERE, "extended_sums.cpp")
         subprocess.run([os.environ.get("CXX", "c++"), "-O1", "-o", cls.program, source], check=True, timeout=120)
 
     @classmethod
     def tearDownClass(cls):
         cls.folder.cleanup()
 
-    def ask(self, what, lists):
-        text = "".join("%s %s\n" % (what, " ".join(map(repr, values))) for values in lists)
+    def means(self, lists):
+        text = "".join(" ".join(map(repr, cells)) + "\n" for cells in lists)
         done = subprocess.run([self.program], input=text, capture_output=True, text=True, check=True, timeout=60)
         return done.stdout.splitlines()
-
-    def test_sort_leaves_the_order_of_the_library(self):
-        rng, lists = random.Random(7), []
-        for _ in range(400):
-            size, kinds = rng.choice((rng.randint(0, 40), rng.randint(0, 300))), rng.choice((1, 2, 3, 10, 1000))
-            lists.append([float(rng.randrange(kinds)) for _ in range(size)])
-        for size in (100, 1000):        # an order that drives the pivots to the edge, and so to the heap sort
-            half = size // 2
-            lists.append([float(i + 1 if i % 2 == 0 else half + i) for i in range(half)]
-                         + [2.0 * (i + 1) for i in range(size - half)])
-        for keys, line in zip(lists, self.ask("sort", lists)):
-            self.assertEqual(std_sort(range(len(keys)), keys.__getitem__), [int(i) for i in line.split()])
 
     def test_means_are_those_of_extended_precision(self):
         rng = random.Random(8)
         plain = [[1.0 - abs(rng.random() - rng.random()) for _ in range(4 * rng.randint(1, 40))] for _ in range(300)]
         wide = [[rng.uniform(-3, 3) * 10.0 ** rng.randint(-4, 4) for _ in range(4 * rng.randint(1, 300))]
                 for _ in range(100)]
-        for cells, text in zip(plain + wide, self.ask("mean", plain + wide)):
+        for cells, text in zip(plain + wide, self.means(plain + wide)):
             self.assertEqual(mean_in_order(cells, len(cells)), float.fromhex(text))
-        for cells, text in zip(plain, self.ask("mean", plain)):
+        for cells, text in zip(plain, self.means(plain)):
             units = sum(int(cell * CELL_UNITS) for cell in cells)
             self.assertEqual(mean_of_units(units, len(cells)), float.fromhex(text))
 

@@ -2,6 +2,8 @@
 
 #include <omp.h>
 
+#include <optional>
+
 #include "scan/backwardScan.h"
 #include "scan/calculateSumScoresCompare.h"
 #include "scan/forwardScan.h"
@@ -31,9 +33,14 @@ struct Scratch {
 RecordLists recordsOf(const RecordSource& source, std::size_t motifs) {
     RecordLists lists(motifs);
     forEachMotif<Scratch>(source, motifs, [&](std::size_t motif, Scratch& scratch) {
+        std::optional<SortKey> earlier;
         for (const SortKey& key : scratch.records.keys) {
+            // Equal scores are settled by place, so the places have to grow in the order of the list.
+            const SortKey place(0, key.place());
+            if (earlier) EXPECT_TRUE(*earlier < place) << motif;
+            earlier = place;
             lists[motif].push_back(source.recordOf(motif, scratch.records, key));
-            EXPECT_EQ(lists[motif].back().combinedScore, key.key);
+            EXPECT_EQ(lists[motif].back().combinedScore, key.score());
         }
     });
     return lists;
@@ -64,8 +71,8 @@ TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
     EXPECT_EQ(combinedScores(records[1]), (std::vector{1.25, 0.75}));
     RecordScratch scratch;
     source.listKeys(1, scratch);
-    EXPECT_EQ(scratch.keys[0].partner, 4U);
-    EXPECT_EQ(scratch.keys[1].partner, 2U);
+    EXPECT_EQ(scratch.keys[0].partner(), 4U);
+    EXPECT_EQ(scratch.keys[1].partner(), 2U);
 }
 
 TEST_F(RecordSourceTest, PartnerAgainstACollectionIsTheReferenceMotif) {
@@ -79,8 +86,8 @@ TEST_F(RecordSourceTest, PartnerAgainstACollectionIsTheReferenceMotif) {
     }
     RecordScratch scratch;
     heldCollectionRecords(lists).listKeys(0, scratch);
-    EXPECT_EQ(scratch.keys[0].partner, 6U);
-    EXPECT_EQ(scratch.keys[1].partner, 6U);
+    EXPECT_EQ(scratch.keys[0].partner(), 6U);
+    EXPECT_EQ(scratch.keys[1].partner(), 6U);
 }
 
 TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {

@@ -1,0 +1,77 @@
+#pragma once
+
+#include <cstdint>
+
+#include "run/shared_records.h"
+#include "scan/region_rule.h"
+
+// The order of a motif's records: by combinedScore, equal ones by their place in the list of the scans. It is total, so
+// it depends on no sorting algorithm, no library and no number of threads. Tested by sort_key_test.cpp.
+
+namespace varnolix {
+
+/// Which record of a motif a key belongs to.
+struct RecordPlace {
+    Direction direction;
+    std::uint32_t partner;    ///< place of the other motif in its list
+    Sliding sliding;          ///< left: the motif itself slides, and is stored first
+    std::uint32_t alignment;  ///< place among the alignments of the motif, by partner and shift
+
+    bool operator==(const RecordPlace&) const = default;
+};
+
+/// The sort key of a record and its place, packed into one number that grows in the order in which the scans list
+/// records: forward ones before backward ones, partners as read, the first region before the second, ascending offset.
+class SortKey {
+  public:
+    static constexpr unsigned partnerBits = 28;
+    static constexpr unsigned alignmentBits = 30;
+
+    SortKey() = default;
+    /// The place must fit its bits.
+    SortKey(double score, const RecordPlace& place) : score_(score), place_(packed(place)) {}
+
+    double score() const { return score_; }
+    std::uint32_t partner() const { return static_cast<std::uint32_t>(place_ >> partnerShift) & partnerField; }
+
+    RecordPlace place() const {
+        const Direction direction = place_ >> directionShift != 0 ? Direction::backward : Direction::forward;
+        const Sliding sliding = (place_ >> slidingShift & 1U) != 0 ? Sliding::right : Sliding::left;
+        return {direction, partner(), sliding,
+                inOffsetOrder(direction, sliding, static_cast<std::uint32_t>(place_ & alignmentField))};
+    }
+
+    /// Whether the left record is more significant, or equally so and listed earlier. Without a branch on the scores.
+    friend bool operator<(const SortKey& left, const SortKey& right) {
+        const bool isLower = left.score_ < right.score_;
+        const bool isEqual = left.score_ == right.score_;
+        return isLower | (isEqual & (left.place_ < right.place_));
+    }
+
+  private:
+    static constexpr unsigned slidingShift = alignmentBits;
+    static constexpr unsigned partnerShift = slidingShift + 1;
+    static constexpr unsigned directionShift = partnerShift + partnerBits;
+    static constexpr std::uint32_t alignmentField = (std::uint32_t{1} << alignmentBits) - 1;
+    static constexpr std::uint32_t partnerField = (std::uint32_t{1} << partnerBits) - 1;
+    static_assert(directionShift < 64);
+
+    /// Alignments are placed by ascending shift; where offsets descend with it, the places are turned round. Doing this
+    /// twice gives the place back.
+    static constexpr std::uint32_t inOffsetOrder(Direction direction, Sliding sliding, std::uint32_t alignment) {
+        return offsetsAscend(direction, sliding) ? alignment : alignmentField - alignment;
+    }
+
+    static constexpr std::uint64_t packed(const RecordPlace& place) {
+        return std::uint64_t{place.direction == Direction::backward} << directionShift |
+               std::uint64_t{place.partner} << partnerShift |
+               std::uint64_t{place.sliding == Sliding::right} << slidingShift |
+               inOffsetOrder(place.direction, place.sliding, place.alignment);
+    }
+
+    double score_;
+    std::uint64_t place_;
+};
+static_assert(sizeof(SortKey) == 16);
+
+}  // namespace varnolix
