@@ -1,7 +1,12 @@
 #!/usr/bin/env python3
 """Turn a downloaded motif collection into the layout that the program reads.
 
-    convert_collection.py jaspar|transfac FILE > COLLECTION
+    convert_collection.py jaspar FILE > MOTIF_FILE
+    convert_collection.py --taxon jaspar|transfac FILE > COLLECTION
+
+A motif file has at most two words in a header, as the program takes a block with more of them for no motif.
+With --taxon the header ends with the taxon where FILE has one, as the files in databases/ may; the layout
+transfac is for these alone.
 
 FILE may be in Jaspar layout (with or without brackets, empty lines and row letters), in TRANSFAC layout, in
 the minimal format of MEME, or a UniPROBE table with rows "A:", "C:", "G:", "T:". The numbers keep their text;
@@ -301,7 +306,9 @@ def note_empty_positions(motifs):
 
 def main(arguments):
     """Reads the command line, converts, reports."""
-    if len(arguments) != 2 or arguments[0] not in WRITERS:
+    with_taxon = arguments[:1] == ["--taxon"]
+    arguments = arguments[with_taxon:]
+    if len(arguments) != 2 or arguments[0] not in WRITERS or (arguments[0] == "transfac" and not with_taxon):
         print(__doc__, file=sys.stderr)
         return 2
     layout, path = arguments
@@ -311,6 +318,9 @@ def main(arguments):
         print(f"{path}: {error}", file=sys.stderr)
         return 1
     note_empty_positions(motifs)
+    if not with_taxon:
+        for motif in motifs:
+            motif.taxon = ""
     sys.stdout.reconfigure(encoding="utf-8")
     sys.stdout.writelines(WRITERS[layout](motif) for motif in motifs)
     return 0

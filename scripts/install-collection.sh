@@ -53,7 +53,7 @@ mkdir -p "$(dirname "$target")"
 # Written beside the target and renamed, so that the old collection stays until the new one is whole.
 fresh="$(mktemp "$target.XXXXXX")"
 trap 'rm -f "$fresh"' EXIT
-python3 "$here/convert_collection.py" "$layout" "$source_file" > "$fresh"
+python3 "$here/convert_collection.py" --taxon "$layout" "$source_file" > "$fresh"
 chmod 644 "$fresh"
 mv -f "$fresh" "$target"
 say "$name: $(count_motifs "$target") in $target"

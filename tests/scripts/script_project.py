@@ -8,6 +8,7 @@ import unittest
 from unittest import mock
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
+PROGRAM = os.path.abspath(os.environ.get("VARNOLIX_PROGRAM", os.path.join(ROOT, "build", "release", "varnolix")))
 LIMIT = 120                             # seconds for any one script
 
 
@@ -45,6 +46,11 @@ class ScriptTest(unittest.TestCase):
         write(os.path.join(self.project, "tools", "prince.php"), "<?php\n")
         os.makedirs(os.path.join(self.project, "databases"))
         shutil.copy(os.path.join(ROOT, "databases", "catalogue.txt"), os.path.join(self.project, "databases"))
+
+    def use_real_program(self):
+        """Puts the real program where the scripts look for it."""
+        os.makedirs(self.path("project", "build", "release"))
+        os.symlink(PROGRAM, self.path("project", "build", "release", "varnolix"))
 
     def path(self, *parts):
         """A path below the test's folder."""
