@@ -38,7 +38,7 @@ write_run_script() {
 #
 #   run [ANSWERS]
 #
-# A file must hold every answer, one a line: at its end the program would ask for ever.
+# All the work is in the project's scripts/run_job.py; run --help tells what it does.
 set -euo pipefail
 END
         printf 'project=%q\n' "$project"
@@ -48,12 +48,16 @@ if [[ ! -x $program ]]; then
     echo "run: the program is not built yet: run $project/scripts/demo.sh once" >&2
     exit 1
 fi
-if (( $# > 0 )); then
-    exec < "$1"
+if ! command -v python3 > /dev/null; then
+    echo "run: python3 is not installed: $project/scripts/setup.sh --text installs it" >&2
+    exit 1
 fi
 export PATH="$project/tools/bin:$PATH" VARNOLIX_TOOLS="$project/tools"
-cd "$(dirname "${BASH_SOURCE[0]}")"
-exec "$program"
+if [[ -d $project/build/R-library ]]; then
+    export R_LIBS="$project/build/R-library${R_LIBS:+:$R_LIBS}"
+fi
+job="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+exec python3 -B "$project/scripts/run_job.py" "$program" "$job" "$@"
 END
     } > "$job/run"
     chmod +x "$job/run"

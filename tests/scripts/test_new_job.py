@@ -1,5 +1,6 @@
 """Job folders: what is in them, what is printed, and how their start script starts the program."""
 import os
+import shutil
 import subprocess
 import unittest
 
@@ -10,11 +11,18 @@ STAND_IN = """#!/usr/bin/env bash
 printf 'folder %s\\n' "$PWD"
 printf 'tools %s\\n' "$VARNOLIX_TOOLS"
 printf 'path %s\\n' "${PATH%%:*}"
+printf 'R %s\\n' "${R_LIBS:-}"
 cat
 """
+# As many answers as one file needs.
+ANSWERS = "1\n" + "".join(f"answer {number}\n" for number in range(13))
 
 
 class NewJob(ScriptTest):
+
+    def setUp(self):
+        super().setUp()
+        os.environ.pop("R_LIBS", None)
 
     def make(self, name):
         """Makes a job folder; answers its path and what was printed."""
@@ -54,16 +62,39 @@ class NewJob(ScriptTest):
             with self.subTest(name):
                 job, printed = self.make(name)
                 self.assertIn(f"{job}/motifs/\n", printed)
-                write(self.path("answers of mine.txt"), "3\n10\n")
+                write(self.path("answers of mine.txt"), ANSWERS)
                 done = self.start(job, "answers of mine.txt")
                 tools = self.path("project", "tools")
-                self.assertEqual(done.stdout, f"folder {job}\ntools {tools}\npath {tools}/bin\n3\n10\n", done.stderr)
+                self.assertEqual(done.stdout, f"folder {job}\ntools {tools}\npath {tools}/bin\nR \n{ANSWERS}",
+                                 done.stderr)
 
-    def test_without_a_file_the_answers_come_from_the_console(self):
+    def test_without_a_file_the_answers_come_from_standard_input(self):
         job, _ = self.make("job")
-        write(self.path("typed"), "typed\n")
+        write(self.path("typed"), ANSWERS)
         with open(self.path("typed"), encoding="utf-8") as typed:
-            self.assertTrue(self.start(job, stdin=typed).stdout.endswith("\ntyped\n"))
+            self.assertTrue(self.start(job, stdin=typed).stdout.endswith("\n" + ANSWERS))
+
+    def test_packages_of_r_that_the_project_has_are_found(self):
+        job, _ = self.make("job")
+        write(self.path("answers"), ANSWERS)
+        library = self.path("project", "build", "R-library")
+        os.makedirs(library)
+        for own, seen in ((None, library), ("/of/mine", library + ":/of/mine")):
+            os.environ.pop("R_LIBS", None)
+            if own:
+                os.environ["R_LIBS"] = own
+            self.assertIn(f"\nR {seen}\n", self.start(job, "answers").stdout)
+
+    def test_says_that_python_is_missing(self):
+        job, _ = self.make("job")
+        write(self.path("project", "build", "release", "varnolix"), STAND_IN, executable=True)
+        os.makedirs(self.path("bin"))
+        for tool in ("bash", "dirname"):
+            os.symlink(shutil.which(tool), self.path("bin", tool))
+        done = subprocess.run([os.path.join(job, "run")], stdin=subprocess.DEVNULL, capture_output=True, text=True,
+                              timeout=LIMIT, check=False, env={"PATH": self.path("bin")})
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("python3 is not installed", done.stderr)
 
     def test_works_below_a_project_with_an_odd_name(self):
         odd = self.path("it's a project")
@@ -71,8 +102,8 @@ class NewJob(ScriptTest):
         self.project = odd
         job, _ = self.make("job")
         write(os.path.join(odd, "build/release/varnolix"), STAND_IN, executable=True)
-        done = subprocess.run([os.path.join(job, "run")], stdin=subprocess.DEVNULL, capture_output=True, text=True,
-                              timeout=LIMIT, check=False)
+        done = subprocess.run([os.path.join(job, "run")], input=ANSWERS, capture_output=True, text=True, timeout=LIMIT,
+                              check=False)
         self.assertIn(f"tools {odd}/tools\n", done.stdout)
 
     def test_says_that_the_program_is_not_built(self):
