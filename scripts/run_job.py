@@ -7,7 +7,8 @@ Answers may be piped in as well; they are read to their end first. A file may ha
 that has fewer lines than the dialogue has questions is refused, and a run that asks on behind the last line
 is stopped.
 
-On a terminal the answers of this folder are shown first. The tree of an earlier job (its files have bare names) is moved to
+On a terminal the answers of this folder and the files in motifs/ are shown first, with the number of motifs
+that will be read from each. The tree of an earlier job (its files have bare names) is moved to
 result/earlier-DATE/ with its pages. One run at a time works in a job folder.
 """
 import contextlib
@@ -24,6 +25,7 @@ import sys
 import time
 import tty
 
+import motif_preview
 from job_process import before_exec
 
 STDIN, STDOUT = 0, 1
@@ -357,13 +359,16 @@ def run_program(program, job, answers, kept):
         raise Refused(f"the console cannot be written: {error.strerror}") from None
 
 
-def show_folder(job, kept):
-    """The answers of this folder."""
+def show_folder(program, job, kept):
+    """The answers of this folder and what lies in motifs/."""
     motifs = os.path.join(job, "motifs", "")
+    converter = os.path.join(os.path.dirname(os.path.abspath(__file__)), "convert_collection.py")
     print(f"Answers for this folder:\n"
           f"  input file's location    {motifs}\n"
           f"  input file names         the bare names of files in it\n"
           f"  output file's location   {os.path.join(job, 'result', '')}")
+    with contextlib.suppress(OSError):
+        print("\n".join(["", *motif_preview.preview(program, motifs, converter)]))
     print(f"\nWhat you type is kept in {kept.path}\n", flush=True)
 
 
@@ -419,7 +424,7 @@ def main(arguments):
         answers = given_answers(arguments)
         held = lock(job)
         if answers is None and os.isatty(STDOUT):
-            show_folder(job, kept)
+            show_folder(program, job, kept)
         move_trees_aside(os.path.join(job, "result"), date)
         status = run_program(program, job, answers, kept)
         os.close(held)

@@ -18,6 +18,7 @@ from terminal import END_OF_INPUT, INTERRUPT, Terminal
 
 sys.path.insert(0, os.path.join(ROOT, "scripts"))
 with mock.patch.object(sys, "dont_write_bytecode", True):
+    import motif_preview
     import run_job
 
 SAMPLE = os.path.join(ROOT, "examples", "motifs", "promoters.txt")
@@ -206,6 +207,127 @@ class Typed(JobTest):
         self.assertEqual(terminal.finish(), 0, terminal.seen)
         self.assertEqual(self.kept(), text_of(self.answers()).decode())
         self.assertTrue(read(self.path("console")).startswith("Please, enter number of files"))
+
+
+class ShownFirst(JobTest):
+
+    def shown(self):
+        """What appears before the first question."""
+        terminal = self.terminal()
+        terminal.wait_for("Please, enter number of files")
+        terminal.press(INTERRUPT)
+        terminal.finish()
+        return terminal.seen.partition("Please, enter number of files")[0]
+
+    def test_the_answers_and_the_files_with_their_counts(self):
+        write(self.job_path("motifs", "tables.txt"), "1 2 3 4\n" * 4 + "\n" + " 1 2 3 4\n" * 6 + "\n")
+        shown = self.shown()
+        self.assertIn(f"input file's location    {self.job}/motifs/\n", shown)
+        self.assertIn(f"output file's location   {self.job}/result/\n", shown)
+        self.assertIn("input file names         the bare names of files in it\n", shown)
+        self.assertRegex(shown, r"(?m)^  mine.txt    16 motifs$")
+        self.assertRegex(shown, r"(?m)^  tables.txt  2 motifs$")
+        self.assertNotIn("warning", shown)
+        self.assertNotIn("weblogo", shown)
+
+    def test_a_download_is_warned_of_and_the_advice_mends_it(self):
+        download = "".join(f">MA{number} FOS\nA [ 1 2 ]\nC [ 3 4 ]\nG [ 0 0 ]\nT [ 1 1 ]\n" for number in range(9))
+        write(self.job_path("motifs", "it's a.txt"), download)
+        shown = self.shown()
+        self.assertRegex(shown, r"(?m)^  it's a.txt  1 motif, but 9 headings seen$")
+        self.assertIn("1 motif of 9 will be read", shown)
+        self.assertIn("a name with a blank cannot be typed", shown)
+        advice = re.search(r"(?m)^ +(\S*convert_collection.py jaspar .*)$", shown)[1]
+        done = subprocess.run(["/bin/sh", "-c", advice], capture_output=True, text=True, timeout=LIMIT, check=False)
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertRegex(self.shown(), r"(?m)^  it's a_mended.txt  9 motifs$")
+
+    def test_a_table_cut_in_pieces_is_warned_of(self):
+        write(self.job_path("motifs", "long.txt"), ">long\n" + "1 2 3 4\n" * 40 + "\n")
+        shown = self.shown()
+        self.assertRegex(shown, r"(?m)^  long.txt  2 motifs, but 1 heading seen$")
+        self.assertIn("cut in pieces", shown)
+
+    def test_a_file_too_large_to_look_at_is_not_counted(self):
+        with open(self.job_path("motifs", "huge.txt"), "wb") as file:
+            file.truncate(10 << 30)
+        started = time.monotonic()
+        shown = self.shown()
+        self.assertLess(time.monotonic() - started, 20)
+        self.assertRegex(shown, r"(?m)^  huge.txt  not counted$")
+        self.assertRegex(shown, r"(?m)^  mine.txt  16 motifs$")
+
+    def test_what_cannot_be_read_keeps_nobody_from_the_run(self):
+        os.mkfifo(self.job_path("motifs", "pipe.txt"))
+        os.symlink("absent", self.job_path("motifs", "broken.txt"))
+        shown = self.shown()
+        self.assertRegex(shown, r"(?m)^  pipe.txt    not counted$")
+        self.assertRegex(shown, r"(?m)^  broken.txt  not counted$")
+        self.assertRegex(shown, r"(?m)^  mine.txt    16 motifs$")
+
+    def test_a_program_that_does_not_answer_is_not_waited_for(self):
+        self.stand_in("#!/bin/sh\necho 'Please, enter number of files'\nexec sleep 100\n")
+        with mock.patch.object(motif_preview, "LONGEST_WAIT", 0.2):
+            program = self.path("project", "build", "release", "varnolix")
+            self.assertEqual(motif_preview.counts_by_program(program, [SAMPLE]), [None])
+
+    def test_what_a_program_printed_before_it_ended_counts(self):
+        table = b"file1-2                   2\n\nProcessing input ...\n"
+        console_end, program_end = os.openpty()
+        try:
+            os.write(program_end, table)
+            with subprocess.Popen(["/bin/true"]) as ended:
+                ended.wait()
+            console = motif_preview.console_until_table(ended, console_end, time.monotonic() + 5)
+        finally:
+            os.close(console_end)
+            os.close(program_end)
+        self.assertEqual(motif_preview.counts_of_table(console), {1: 2})
+
+    def test_names_that_are_no_text_are_shown_all_the_same(self):
+        for name in (b"odd\xff.txt", b"two\nlines.txt"):
+            write(os.path.join(self.job_path("motifs").encode(), name), SHORT)
+        shown = self.shown()
+        self.assertRegex(shown, r"(?m)^  'odd\\udcff.txt'   2 motifs$")
+        self.assertRegex(shown, r"(?m)^  'two\\nlines.txt'  2 motifs$")
+
+    def test_a_long_list_is_cut_short(self):
+        for number in range(60):
+            write(self.job_path("motifs", f"n{number:02}.txt"), SHORT)
+        shown = self.shown()
+        self.assertEqual(len(re.findall(r"(?m)^  n\d\d.txt   2 motifs$", shown)), 39)
+        self.assertIn("  ... and 21 more\n", shown)
+
+    def test_an_empty_folder(self):
+        os.remove(self.job_path("motifs", "mine.txt"))
+        self.assertIn("put your motif files there", self.shown())
+
+    def test_nothing_is_left_behind(self):
+        self.shown()
+        self.assertEqual(os.listdir(self.path("temporary")), [])
+        self.assertEqual(os.listdir(self.job_path("result")), [])
+
+    def test_answers_from_a_file_are_answered_at_once(self):
+        done = self.run_with(text_of(self.answers()))
+        self.assertTrue(done.stdout.startswith("Please, enter number of files"))
+
+    def test_headings_of_every_layout(self):
+        for headings, text in ((2, ">a\nACGT\n\n>b\nACGT\n"),
+                               (2, "AC  M1\nXX\nID  x\nNA  x\nP0 A C G T\n01 1 2 3 4\n//\nAC M2\nDE  x\n01 1 2 3 4\n"),
+                               (2, "ID a\n1 1 2 3 4\n\nDE b\n1 1 2 3 4\n"),
+                               (2, "MEME version 4\nMOTIF a\nletter-probability matrix: w= 1\n 1 0 0 0\nMOTIF b\n"),
+                               (1, "----\n\tMotif 1\n----\nletter-probability matrix: w= 1\n 1 0 0 0\n 0 0 0 1\n"),
+                               (2, "1 2\n3 4\n5 6\n7 8\n\n 1\t2 3 4\r\n1 2 3 4\r\n"),
+                               (1, "Protein: Sox4\tSeed\n\nA:\t1\nC:\t2\nG:\t3\nT:\t4\n"),
+                               (0, "")):
+            with self.subTest(text):
+                self.assertEqual(motif_preview.headings_in(text.encode()), headings)
+
+    def test_headings_of_the_samples_are_their_motifs(self):
+        for path in glob.glob(os.path.join(os.path.dirname(SAMPLE), "*.txt")):
+            with self.subTest(path):
+                self.assertEqual([motif_preview.headings_of(path)],
+                                 motif_preview.counts_by_program(PROGRAM, [path]))
 
 
 class Given(JobTest):
