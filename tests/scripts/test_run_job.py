@@ -184,7 +184,7 @@ class Typed(JobTest):
         self.assertEqual(self.kept(), "1\n2\n2\n0.75\n")
 
     def test_the_program_still_writes_line_by_line(self):
-        self.stand_in(f"#!{sys.executable}\nimport os, time\nprint('Reading input ...')\nprint('step one')\n"
+        self.stand_in(f"#!{sys.executable} -I\nimport os, time\nprint('Reading input ...')\nprint('step one')\n"
                       "while not os.path.exists('go'): time.sleep(0.02)\nprint('step two')\n")
         terminal = self.terminal()
         terminal.wait_for("step one")
@@ -493,9 +493,9 @@ class EarlierTrees(JobTest):
 
 class OneAtATime(JobTest):
 
-    def start_working(self):
-        """Starts a run that goes on; answers it when the program has begun."""
-        self.stand_in(WORKING)
+    def start_working(self, text=WORKING):
+        """Starts a run that goes on; answers it and the program's process when that has begun."""
+        self.stand_in(text)
         write(self.path("given.txt"), text_of(self.answers()).decode())
         run = subprocess.Popen([self.job_path("run"), self.path("given.txt")], stdin=subprocess.DEVNULL,
                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL)
@@ -557,6 +557,14 @@ class OneAtATime(JobTest):
                 self.assertEqual(run.wait(timeout=LIMIT), -number)
                 self.wait_until(lambda process=program: self.ended(process))
                 os.remove(self.job_path("started"))
+
+    def test_a_program_that_cleans_up_is_waited_for(self):
+        run, _ = self.start_working(text="#!/bin/sh\ntrap 'sleep 0.5; echo cleaned up; exit 5' TERM\n"
+                                         "echo 'Reading input ...'\necho $$ > started\n"
+                                         "while true; do sleep 0.05; done\n")
+        run.send_signal(signal.SIGTERM)
+        self.assertEqual(run.stdout.read(), b"Reading input ...\ncleaned up\n")
+        self.assertEqual(run.wait(timeout=LIMIT), 5)
 
     def test_what_the_caller_ignores_stays_ignored(self):
         before = signal.signal(signal.SIGHUP, signal.SIG_IGN)
