@@ -6,46 +6,156 @@
  * folder and uses the class `Prince` as the wrapper of that closed program
  * offers it. Where Prince itself is installed, it makes the PDF; elsewhere the
  * first of headless Chromium and WeasyPrint that succeeds does. The PDF stands
- * beside the page, under the page's name with ".pdf". The log that the script
- * names tells which converter made it.
+ * beside the page, under the page's name with ".pdf", and appears there only
+ * when it is whole. The log that the script names tells which converter made it.
  *
- * The PDF converters get a fontconfig file of ours, and WeasyPrint a style
- * sheet, looked for as fonts/fonts.conf and fonts/paper.css below the folder
- * named by the environment variable VARNOLIX_TOOLS, then beside this file, then
- * in `tools` beside this file. Without them the PDF is made with the fonts and
- * on the paper that the converter takes by itself.
+ * Chromium and WeasyPrint never see the page itself. They get a copy in a
+ * temporary folder of its own that carries our style sheet and the page's
+ * pictures inside it, and that may load nothing and run no script. So nothing
+ * but the page's own folder can get into a PDF, whatever stands in the names of
+ * motifs, and no path of a job has to survive a converter's way with addresses.
+ *
+ * The converters get a fontconfig file of ours as well. It and the style sheet
+ * are looked for as fonts/fonts.conf and fonts/paper.css below the folder named
+ * by the environment variable VARNOLIX_TOOLS, then beside this file, then in
+ * `tools` beside this file. Without them the PDF is made with the fonts and on
+ * the paper that the converter takes by itself.
  *
  * Tested by tests/tools/test_prince.py.
  */
 
+/**
+ * A signal that asks this process to end, kept until it is safe to follow.
+ *
+ * The converter and the temporary files have to go first. Without PHP's
+ * extension for signals (Debian's php-cli has it) the process ends at once.
+ */
+class Interruption
+{
+    private const SIGNALS = ['HUP' => 1, 'INT' => 2, 'QUIT' => 3, 'TERM' => 15];
+
+    private static int $received = 0;
+    private static array $watched = [];
+
+    public static function watch(): void
+    {
+        if (!function_exists('pcntl_signal') || !function_exists('posix_kill')) {
+            return;
+        }
+        pcntl_async_signals(true);
+        $ignored = self::ignoredSignals();
+        foreach (self::SIGNALS as $signal) {
+            // What the surroundings ignore stays so, as behind nohup.
+            if (($ignored >> ($signal - 1) & 1) === 0) {
+                self::$watched[] = $signal;
+                pcntl_signal($signal, static function (int $signal): void {
+                    self::$received = $signal;
+                });
+            }
+        }
+    }
+
+    public static function hasCome(): bool
+    {
+        return self::$received !== 0;
+    }
+
+    /** Watches no longer, and ends this process by the signal that has come, if one has. */
+    public static function follow(): void
+    {
+        foreach (self::$watched as $signal) {
+            pcntl_signal($signal, SIG_DFL);
+        }
+        self::$watched = [];
+        if (self::hasCome()) {
+            posix_kill(getmypid(), self::$received);
+        }
+    }
+
+    /** The signals that this process was started to ignore, a bit each from signal 1 on. */
+    private static function ignoredSignals(): int
+    {
+        $status = is_readable('/proc/self/status') ? file_get_contents('/proc/self/status') : '';
+        return preg_match('/^SigIgn:\s*([0-9a-f]+)/m', $status, $found) ? (int)hexdec(substr($found[1], -4)) : 0;
+    }
+}
+
 /** One run of an outside program, bounded in time. */
 class BoundedRun
 {
-    public int $status;
+    private const LOOK_EVERY = 20_000;   // microseconds
+
+    public int $status = -1;
     public string $messages;
 
-    /** Runs `$command` (a list); what it says on either stream is kept. */
+    /**
+     * Runs `$command` (a list); what it says on either stream is kept. It ends
+     * early, with all that it started, when this process is asked to end.
+     */
     public function __construct(array $command, int $seconds, array $environment)
     {
         $bounded = array_merge(['timeout', '--kill-after=10', (string)$seconds], $command);
         $output = tmpfile();
         $streams = [0 => ['file', '/dev/null', 'r'], 1 => $output, 2 => $output];
         $process = proc_open($bounded, $streams, $pipes, null, $environment);
-        $this->status = is_resource($process) ? proc_close($process) : -1;
+        if (is_resource($process)) {
+            $this->status = self::waitFor($process);
+        }
         rewind($output);
         $this->messages = stream_get_contents($output);
+    }
+
+    /** The exit status; `timeout` leads a process group, so that what was started can be ended as one. */
+    private static function waitFor($process): int
+    {
+        $isEnding = false;
+        while (($state = proc_get_status($process))['running']) {
+            if (Interruption::hasCome() && !$isEnding) {
+                // `timeout` hands it on, and kills those that are still there ten seconds later.
+                $isEnding = proc_terminate($process);
+            }
+            usleep(self::LOOK_EVERY);
+        }
+        if (function_exists('posix_kill')) {
+            posix_kill(-$state['pid'], 9);
+        }
+        proc_close($process);
+        return $state['exitcode'];
     }
 }
 
 class Prince
 {
     private const CHROMIUM_NAMES = ['chromium', 'chromium-browser', 'google-chrome'];
+    // The proxy is a port where nobody answers, for addresses of this machine too.
     private const CHROMIUM_OPTIONS = [
-        '--headless', '--no-sandbox', '--no-pdf-header-footer', '--disable-gpu',
-        '--disable-quic', '--no-first-run', '--disable-background-networking',
-        '--disable-component-update', '--disable-sync',
+        '--headless', '--no-pdf-header-footer', '--disable-gpu', '--disable-quic',
+        '--no-first-run', '--disable-background-networking', '--disable-component-update',
+        '--disable-sync', '--disable-breakpad', '--proxy-server=http://127.0.0.1:1',
+        '--proxy-bypass-list=<-loopback>', '--host-resolver-rules=MAP * ~NOTFOUND',
     ];
-    private const CONVERTER_SECONDS = 3600;
+
+    // It makes a socket some folders below, and the path of a socket has at most 107 bytes.
+    private const CHROMIUM_LONGEST_TEMPORARY = 60;
+
+    // WeasyPrint's command has no say in what is loaded, its library has.
+    private const WEASYPRINT_PROGRAM = <<<'PYTHON'
+        import sys
+        import weasyprint
+
+        def fetch(address, *arguments, **settings):
+            if not address.startswith("data:"):
+                raise ValueError("not a part of the page")
+            return weasyprint.default_url_fetcher(address, *arguments, **settings)
+
+        with open(sys.argv[1], "rb") as page:
+            document = weasyprint.HTML(file_obj=page, encoding="utf-8", url_fetcher=fetch)
+        document.write_pdf(sys.argv[2], presentational_hints=True)
+        PYTHON;
+
+    // Ten times what the slower converter needs for the largest pages, and a start for a machine that is busy.
+    private const LEAST_SECONDS = 120;
+    private const SECONDS_PER_MEGABYTE = 1200;
 
     private string $executable;
     private bool $isHTML = false;
@@ -76,18 +186,32 @@ class Prince
             $this->report($messages, 'err', $page, 'cannot read the page');
             return false;
         }
-        $page = realpath($page);
+        Interruption::watch();
+        $isConverted = $this->convertWithFirst(realpath($page), $messages);
+        Interruption::follow();
+        return $isConverted;
+    }
+
+    private function convertWithFirst(string $page, &$messages): bool
+    {
         foreach ($this->converters() as $name => $convert) {
-            if ($convert($page, $messages)) {
+            if ($this->convertAside($name, $convert, $page, $messages)) {
                 $this->writeLog("$page: converted by $name");
                 return true;
+            }
+            if (Interruption::hasCome()) {
+                $this->report($messages, 'err', $page, 'interrupted');
+                return false;
             }
         }
         $this->report($messages, 'err', $page, 'no converter made a PDF');
         return false;
     }
 
-    /** The converters at hand, best first: name => function of page and messages. */
+    /**
+     * The converters at hand, best first: name => function that makes a PDF of a
+     * page in a folder of its own, which it may fill as it likes.
+     */
     private function converters(): array
     {
         if (is_executable($this->executable)) {
@@ -97,17 +221,18 @@ class Prince
         $chromium = self::findCommand(self::CHROMIUM_NAMES);
         if ($chromium !== null) {
             $converters["Chromium ($chromium)"] =
-                fn($page, &$messages) => $this->convertWithChromium($chromium, $page, $messages);
+                fn($page, $folder, $pdf) => $this->convertWithChromium($chromium, $page, $folder, $pdf);
         }
         $weasyprint = self::findCommand(['weasyprint']);
         if ($weasyprint !== null) {
             $converters["WeasyPrint ($weasyprint)"] =
-                fn($page, &$messages) => $this->convertWithWeasyPrint($weasyprint, $page, $messages);
+                fn($page, $folder, $pdf) => $this->convertWithWeasyPrint($weasyprint, $page, $folder, $pdf);
         }
         return $converters;
     }
 
-    private function convertWithPrince(string $page, &$messages): bool
+    /** Prince gets the page itself: it runs no script unless asked to, and knows its own paper. */
+    private function convertWithPrince(string $page, string $folder, string $pdf, &$messages): BoundedRun
     {
         $command = [$this->executable];
         if ($this->isHTML) {
@@ -117,8 +242,8 @@ class Prince
         if ($this->log !== '') {
             $command[] = "--log={$this->log}";
         }
-        array_push($command, '--structured-log=normal', $page);
-        $run = $this->run($command);
+        array_push($command, '--structured-log=normal', $page, '-o', $pdf);
+        $run = $this->run($command, $page, $folder);
         $isSuccess = false;
         foreach (explode("\n", $run->messages) as $line) {
             $fields = explode('|', $line, 4);
@@ -128,62 +253,145 @@ class Prince
                 $isSuccess = trim($fields[1] ?? '') === 'success';
             }
         }
-        return $isSuccess;
+        if (!$isSuccess && file_exists($pdf)) {
+            unlink($pdf);
+        }
+        return $run;
     }
 
-    private function convertWithChromium(string $chromium, string $page, &$messages): bool
+    private function convertWithChromium(string $chromium, string $page, string $folder, string $pdf): BoundedRun
     {
-        $profile = self::makeFolder();
-        $homes = array_fill_keys(['HOME', 'XDG_CONFIG_HOME', 'XDG_CACHE_HOME'], $profile);
-        $convert = fn($pdf) => $this->run(array_merge(
-            [$chromium],
-            self::CHROMIUM_OPTIONS,
-            ["--user-data-dir=$profile", "--print-to-pdf=$pdf", self::fileAddress($page)]
-        ), $homes);
-        $isConverted = $this->convertAside('Chromium', $convert, $page, $messages);
-        self::removeFolder($profile);
-        return $isConverted;
+        $options = self::CHROMIUM_OPTIONS;
+        if (function_exists('posix_geteuid') && posix_geteuid() === 0) {
+            $options[] = '--no-sandbox';   // it refuses to run for root otherwise
+        }
+        $homes = array_fill_keys(['HOME', 'XDG_CONFIG_HOME', 'XDG_CACHE_HOME'], $folder);
+        if (strlen($folder) > self::CHROMIUM_LONGEST_TEMPORARY) {
+            $homes['TMPDIR'] = '/tmp';
+        }
+        $address = self::fileAddress(self::writeCopy($page, $folder));
+        return $this->run(
+            [$chromium, ...$options, "--user-data-dir=$folder/profile", "--print-to-pdf=$pdf", $address],
+            $page, $folder, $homes);
     }
 
-    private function convertWithWeasyPrint(string $weasyprint, string $page, &$messages): bool
+    private function convertWithWeasyPrint(string $weasyprint, string $page, string $folder, string $pdf): BoundedRun
     {
-        // WeasyPrint does not shrink a page's tables to the paper, so the paper is made wide enough.
-        $paper = self::findOwn('fonts/paper.css');
-        $style = $paper === null ? [] : ['-s', $paper];
-        $convert = fn($pdf) => $this->run([$weasyprint, '-p', ...$style, self::fileAddress($page), $pdf]);
-        return $this->convertAside('WeasyPrint', $convert, $page, $messages);
+        $copy = self::writeCopy($page, $folder);
+        return $this->run([...self::pythonOf($weasyprint), '-c', self::WEASYPRINT_PROGRAM, $copy, $pdf], $page, $folder);
     }
 
     /**
-     * Lets `$convert` write a PDF under another name and puts it in place if it is
-     * one. Chromium's exit status says nothing, so the file itself is looked at.
+     * Lets `$convert` write a PDF into a temporary folder and puts it in place if it
+     * is one. No converter's exit status says that for sure, so the file itself is
+     * looked at.
      */
     private function convertAside(string $name, callable $convert, string $page, &$messages): bool
     {
-        $pdf = self::pdfName($page);
-        $newborn = "$pdf." . getmypid() . '.pdf';
-        $run = $convert($newborn);
-        if (self::isWholePDF($newborn)) {
-            return rename($newborn, $pdf);
+        $folder = sys_get_temp_dir() . '/varnolix-' . bin2hex(random_bytes(4));
+        if (!@mkdir($folder, 0700)) {
+            $this->report($messages, 'err', $page, "cannot make the temporary folder $folder");
+            return false;
         }
-        if (file_exists($newborn)) {
-            unlink($newborn);
+        $newborn = "$folder/page.pdf";
+        try {
+            $run = $convert($page, $folder, $newborn, $messages);
+            if (self::isWholePDF($newborn)) {
+                self::moveInto($newborn, self::pdfName($page));
+                return true;
+            }
+            $lastWords = implode("\n", array_slice(explode("\n", trim($run->messages)), -3));
+            $this->report($messages, 'wrn', $page, "$name made no PDF (status {$run->status}): $lastWords");
+        } catch (RuntimeException $error) {
+            $this->report($messages, 'err', $page, $error->getMessage());
+        } finally {
+            self::removeFolder($folder);
         }
-        $lastWords = implode("\n", array_slice(explode("\n", trim($run->messages)), -3));
-        $this->report($messages, 'wrn', $page,
-            "$name made no PDF (status {$run->status}): $lastWords");
         return false;
     }
 
-    /** Runs a converter with our fonts and with `$settings` in its environment. */
-    private function run(array $command, array $settings = []): BoundedRun
+    /**
+     * Puts the finished PDF in its place, in one step for those who look. The copy in
+     * the target's folder has a new name that nobody can have planted a link under.
+     */
+    private static function moveInto(string $newborn, string $pdf): void
     {
-        $environment = array_merge(getenv(), $settings);
+        $part = "$pdf." . bin2hex(random_bytes(8)) . '.part';
+        $from = fopen($newborn, 'r');
+        $to = @fopen($part, 'x');
+        $isCopied = $to !== false && @stream_copy_to_stream($from, $to) === filesize($newborn) && fclose($to);
+        if (!$isCopied || !@rename($part, $pdf)) {
+            if ($to !== false) {
+                unlink($part);
+            }
+            throw new RuntimeException("cannot write $pdf");
+        }
+    }
+
+    /**
+     * Writes the page's copy for the converters into `$folder` and gives its path.
+     * What comes first of it says that nothing may be loaded but what the page
+     * carries itself; so its pictures go into it, those of the page's folder alone.
+     */
+    private static function writeCopy(string $page, string $folder): string
+    {
+        $paper = self::findOwn('fonts/paper.css');
+        $style = $paper === null ? '' : file_get_contents($paper);
+        $copy = "$folder/page.html";
+        $from = fopen($page, 'r');
+        $to = fopen($copy, 'x');
+        $isWritten = self::write($to, '<meta charset="utf-8"><meta http-equiv="Content-Security-Policy" '
+            . "content=\"default-src 'none'; img-src data:; style-src 'unsafe-inline'\">\n<style>\n$style</style>\n");
+        while ($isWritten && ($line = fgets($from)) !== false) {
+            // Our pages have no such element but the one that names their encoding; another could lead to another page.
+            $line = preg_replace('/<(?=meta\b)(?!meta http-equiv="Content-Type")/i', '&lt;', $line);
+            $isWritten = self::write($to, preg_replace_callback(
+                "/(?<=<img src = ')[^']*(?=')/",
+                fn($found) => self::pictureInPlace($found[0], dirname($page)),
+                $line
+            ));
+        }
+        fclose($from);
+        if (!fclose($to) || !$isWritten) {
+            throw new RuntimeException("cannot write $copy");
+        }
+        return $copy;
+    }
+
+    private static function write($stream, string $text): bool
+    {
+        return @fwrite($stream, $text) === strlen($text);
+    }
+
+    /** A picture below `$folder` as an address that holds it; `$source` where there is no such picture. */
+    private static function pictureInPlace(string $source, string $folder): string
+    {
+        $path = realpath("$folder/" . html_entity_decode($source, ENT_QUOTES | ENT_HTML5));
+        if ($path === false || !str_starts_with($path, rtrim($folder, '/') . '/') || !is_file($path)) {
+            return $source;
+        }
+        $picture = file_get_contents($path);
+        foreach (['jpeg' => "\xFF\xD8\xFF", 'png' => "\x89PNG"] as $kind => $start) {
+            if (str_starts_with($picture, $start)) {
+                return "data:image/$kind;base64," . base64_encode($picture);
+            }
+        }
+        return $source;
+    }
+
+    /**
+     * Runs a converter with our fonts and with `$settings` in its environment, and
+     * with its temporary files in `$folder`. A larger page gets more time.
+     */
+    private function run(array $command, string $page, string $folder, array $settings = []): BoundedRun
+    {
+        $environment = array_merge(getenv(), ['TMPDIR' => $folder], $settings);
         $fonts = self::findOwn('fonts/fonts.conf');
         if ($fonts !== null) {
             $environment['FONTCONFIG_FILE'] = $fonts;
         }
-        return new BoundedRun($command, self::CONVERTER_SECONDS, $environment);
+        $seconds = self::LEAST_SECONDS + intdiv(self::SECONDS_PER_MEGABYTE * filesize($page), 1_000_000);
+        return new BoundedRun($command, $seconds, $environment);
     }
 
     private function report(&$messages, string $type, string $place, string $text): void
@@ -223,6 +431,13 @@ class Prince
         return null;
     }
 
+    /** The Python that an installed WeasyPrint runs with, as the first line of its command tells. */
+    private static function pythonOf(string $weasyprint): array
+    {
+        $isTold = preg_match('/^#! *(\S*(?:env +)?\S*python\S*)/', fgets(fopen($weasyprint, 'r')), $found);
+        return $isTold ? preg_split('/ +/', $found[1]) : ['python3'];
+    }
+
     private static function pdfName(string $page): string
     {
         return preg_replace('/\.[^.\/]*$/', '', $page) . '.pdf';
@@ -243,15 +458,26 @@ class Prince
         return 'file://' . implode('/', array_map('rawurlencode', explode('/', $path)));
     }
 
-    private static function makeFolder(): string
-    {
-        $folder = sys_get_temp_dir() . '/varnolix-chromium-' . bin2hex(random_bytes(8));
-        mkdir($folder, 0700);
-        return $folder;
-    }
-
+    /** Removes a temporary folder; a converter's last process may still write for a moment. */
     private static function removeFolder(string $folder): void
     {
-        new BoundedRun(['rm', '-rf', '--', $folder], 60, getenv());
+        for ($tries = 0; $tries < 40 && is_dir($folder); $tries++) {
+            if ($tries > 0) {
+                usleep(50_000);
+            }
+            self::removeEntry($folder);
+        }
+    }
+
+    private static function removeEntry(string $path): void
+    {
+        if (is_link($path) || !is_dir($path)) {
+            @unlink($path);
+            return;
+        }
+        foreach (array_diff(@scandir($path) ?: [], ['.', '..']) as $name) {
+            self::removeEntry("$path/$name");
+        }
+        @rmdir($path);
     }
 }
