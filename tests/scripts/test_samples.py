@@ -27,6 +27,13 @@ class Samples(ScriptTest):
                 with self.subTest(path=path, block=block):
                     self.assertLessEqual(block.count("\n") + 1, 31)
 
+    def test_names_fit_beside_the_tree(self):
+        # R cuts the labels of the fan at the edge of the picture, at its top and foot first.
+        for path in files_of("motifs"):
+            for name in re.findall(r"(?m)^(?:>|DE +)(\S+)", read(path)):
+                with self.subTest(path=path, name=name):
+                    self.assertLessEqual(len(name), 10)
+
     def test_a_whole_file_name_has_no_blank(self):
         self.assertFalse([path for path in files_of("motifs") if " " in os.path.basename(path)])
 
