@@ -95,6 +95,21 @@ class AllFormats(RealJobCase, PictureChecks):
             with self.subTest(name):
                 self.check_pdf(self.job.path(f"{name}.pdf"))
 
+    def test_no_record_of_a_pdf_is_torn(self):
+        for name in PAGES:
+            if "Tree" in name:
+                continue
+            with self.subTest(name):
+                pages = printed(["pdftotext", "-layout"], self.job.path(f"{name}.pdf")).split("\f")[:-1]
+                matches = 0
+                for page in pages:
+                    parts = "".join(part[0] for part in re.findall(r"Similarity score:|Alignment:|Original motif", page))
+                    # A motif has logos of its own, before its first match.
+                    self.assertRegex(parts, "^(O|SAO)*$", page)
+                    self.assertFalse(parts.startswith("O") and "Motif name:" not in page.split("Original")[0], page)
+                    matches += parts.count("SAO")
+                self.assertEqual(matches, self.job.path(f"{name}.html").read_text().count("Alignment:"))
+
     def test_awkward_names_come_out_right_in_the_page_and_the_pdf(self):
         page = self.job.path("HTML_Results.html").read_text()
         self.assertNotIn("<b>bold", page)
