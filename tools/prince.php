@@ -153,7 +153,7 @@ class Prince
         document.write_pdf(sys.argv[2], presentational_hints=True)
         PYTHON;
 
-    // WeasyPrint, the slower one, took 33 seconds a megabyte, and 285 where ten others shared the processors with it.
+    // WeasyPrint, the slower one, took 33 seconds a megabyte, and 315 where ten others shared the processors with it.
     private const LEAST_SECONDS = 120;
     private const SECONDS_PER_MEGABYTE = 1200;
 
@@ -278,7 +278,8 @@ class Prince
     private function convertWithWeasyPrint(string $weasyprint, string $page, string $folder, string $pdf): BoundedRun
     {
         $copy = self::writeCopy($page, $folder);
-        return $this->run([...self::pythonOf($weasyprint), '-c', self::WEASYPRINT_PROGRAM, $copy, $pdf], $page, $folder);
+        $command = [...self::pythonOf($weasyprint), '-c', self::WEASYPRINT_PROGRAM, $copy, $pdf];
+        return $this->run($command, $page, $folder);
     }
 
     /**
@@ -343,7 +344,7 @@ class Prince
         $isWritten = self::write($to, '<meta charset="utf-8"><meta http-equiv="Content-Security-Policy" '
             . "content=\"default-src 'none'; img-src data:; style-src 'unsafe-inline'\">\n<style>\n$style</style>\n");
         while ($isWritten && ($line = fgets($from)) !== false) {
-            // Our pages have no such element but the one that names their encoding; another could lead to another page.
+            // Our pages have no such element but the one that names their encoding; others could lead elsewhere.
             $line = preg_replace('/<(?=meta\b)(?!meta http-equiv="Content-Type")/i', '&lt;', $line);
             $isWritten = self::write($to, preg_replace_callback(
                 "/(?<=<img src = ')[^']*(?=')/",

@@ -103,7 +103,8 @@ class AllFormats(RealJobCase, PictureChecks):
                 pages = printed(["pdftotext", "-layout"], self.job.path(f"{name}.pdf")).split("\f")[:-1]
                 matches = 0
                 for page in pages:
-                    parts = "".join(part[0] for part in re.findall(r"Similarity score:|Alignment:|Original motif", page))
+                    found = re.findall(r"Similarity score:|Alignment:|Original motif", page)
+                    parts = "".join(part[0] for part in found)
                     # A motif has logos of its own, before its first match.
                     self.assertRegex(parts, "^(O|SAO)*$", page)
                     self.assertFalse(parts.startswith("O") and "Motif name:" not in page.split("Original")[0], page)

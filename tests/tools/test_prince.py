@@ -32,8 +32,7 @@ PAGE_HEAD = """<html>
 <body>
 <h1 class='sansserif'> VARNOLIX - Matrix Kinship Finder </h1>
 """
-PAGE_RECORD = """<p style='page-break-before: always'>
-<font face='Arial' size='2'>
+ALIGNMENT = """<font face='Arial' size='2'>
 Alignment:
 </font>
 <br>
@@ -44,7 +43,9 @@ NIWWTAIIIWMN
 <font face = 'Courier New'>
 ---WTAIIIW--
 </font>
-</p>
+"""
+PAGE_RECORD = f"""<p style='page-break-before: always'>
+{ALIGNMENT}</p>
 """
 PAGE = PAGE_HEAD + 2 * PAGE_RECORD + "</body>\n</html>\n"
 
@@ -88,18 +89,7 @@ MATCH = """<table class='sansserif' width='{rows}' cellpadding='0' cellspacing='
 <col width= '300'>
 {labels}</table>
 <br>
-<font face='Arial' size='2'>
-Alignment:
-</font>
-<br>
-<font face = 'Courier New'>
-NIWWTAIIIWMN
-</font>
-<br>
-<font face = 'Courier New'>
----WTAIIIW--
-</font>
-{logos}<hr>
+{alignment}{logos}<hr>
 """
 LABELS = "".join(f"<tr>\n<td><font size = '2'>\n{label}\n</font></td>\n</tr>\n" for label in (
     "Dataset #:", "Motif ID:", "Motif name:", "Matching format of first motif:", "Matching format of second motif:",
@@ -108,7 +98,7 @@ LABELS = "".join(f"<tr>\n<td><font size = '2'>\n{label}\n</font></td>\n</tr>\n" 
 
 def report_page(rows, logos, motifs):
     """A page of records with tables of the given widths; some motifs have no match, some have four."""
-    match = MATCH.format(rows=rows, labels=LABELS, logos=LOGOS.format(width=logos))
+    match = MATCH.format(rows=rows, labels=LABELS, alignment=ALIGNMENT, logos=LOGOS.format(width=logos))
     records = "".join(MOTIF + (number % 5) * match for number in range(motifs))
     return (PAGE_HEAD + "<h3 class='sansserif'> RESULTS </h3>\n</div>\n<div class = 'boxed'>\n"
             "<h3 class='sansserif'> Best Matches </h3>\n" + records +
