@@ -24,11 +24,14 @@ std::string resultFolder(const std::string& inputFolder) {
     return inputFolder.substr(0, shortens ? inputFolder.size() - inputFolderLength : inputFolder.size()) + "result/";
 }
 
+int jobNumber(int random) {
+    return random % 9000 + 1000;
+}
+
 std::string makeJobID() {
     std::srand(static_cast<unsigned>(std::time(nullptr)));
-    const int number = std::rand() % 9000 + 1000;
     const std::string now = getCurrDateTimeFormat();
-    return "J_" + now.substr(0, now.find('_')) + "_" + numberToString(number) + "_";
+    return "J_" + now.substr(0, now.find('_')) + "_" + numberToString(jobNumber(std::rand())) + "_";
 }
 
 void nameOutputFiles() {

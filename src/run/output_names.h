@@ -8,6 +8,9 @@ namespace varnolix {
 /// "result/". A path shorter than seven characters stays whole.
 std::string resultFolder(const std::string& inputFolder);
 
+/// The number of a job, from 1000 to 9999, of a random number that is not negative.
+int jobNumber(int random);
+
 /// "J_", the date (year-month-day), "_", a number from 1000 to 9999, "_".
 std::string makeJobID();
 

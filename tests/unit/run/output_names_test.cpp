@@ -1,6 +1,9 @@
 #include "run/output_names.h"
 
+#include <cstdlib>
+#include <ctime>
 #include <regex>
+#include <string>
 
 #include "run/run_text.h"
 #include "support/run_fixture.h"
@@ -33,6 +36,14 @@ TEST(ResultFolder, ShorterPathStaysWhole) {
     EXPECT_EQ(resultFolder(""), "result/");
 }
 
+TEST(JobNumber, HasFourDigits) {
+    EXPECT_EQ(jobNumber(0), 1000);
+    EXPECT_EQ(jobNumber(3821), 4821);
+    EXPECT_EQ(jobNumber(8999), 9999);
+    EXPECT_EQ(jobNumber(9000), 1000);
+    EXPECT_EQ(jobNumber(2147483647), 1000 + 2147483647 % 9000);
+}
+
 TEST(JobID, HoldsDateAndNumber) {
     const std::string before = getCurrDateTimeFormat().substr(0, 10);
     const std::string job = makeJobID();
@@ -47,6 +58,19 @@ TEST(JobID, NumberFollowsTheSecond) {
     const std::string second = makeJobID();
     const std::string third = makeJobID();
     EXPECT_TRUE(first == second || second == third);
+}
+
+TEST(JobID, NumberIsDerivedFromTheRandomOne) {
+    // makeJobID sets the seed, so the same seed gives the number once more; a new second may fall between the two.
+    const auto wanted = [] {
+        std::srand(static_cast<unsigned>(std::time(nullptr)));
+        return std::to_string(jobNumber(std::rand()));
+    };
+    const std::string before = wanted();
+    const std::string job = makeJobID();
+    const std::string after = wanted();
+    const std::string number = job.substr(13, 4);
+    EXPECT_TRUE(number == before || number == after) << job;
 }
 
 class OutputNamesTest : public testing::RunTest {};
