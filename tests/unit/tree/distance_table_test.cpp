@@ -27,6 +27,7 @@ TEST(CsvCell, TextsThatWouldBreakTheRowAreQuoted) {
     EXPECT_EQ(csvCell("a,b"), "\"a,b\"");
     EXPECT_EQ(csvCell("say \"x\""), "\"say \"\"x\"\"\"");
     EXPECT_EQ(csvCell("two\nlines"), "\"two\nlines\"");
+    EXPECT_EQ(csvCell("old\rMac"), "\"old\rMac\"");
 }
 
 TEST(DistanceTable, CellIsTheLowestScoreOfThePairInEitherOrder) {
