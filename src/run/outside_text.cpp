@@ -2,7 +2,17 @@
 
 namespace varnolix {
 
+namespace {
+
+/// A relative path that begins with "-" would be an option to the tool.
+bool looksLikeOption(std::string_view path) {
+    return path.starts_with('-');
+}
+
+}  // namespace
+
 std::string shellWord(const std::string& path) {
+    if (looksLikeOption(path)) return shellWord("./" + path);
     constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./+,:@%^";
     if (path.find_first_not_of(plain) == std::string::npos) return path;
     std::string quoted = "'";
@@ -16,9 +26,9 @@ std::string shellWord(const std::string& path) {
     return quoted + "'";
 }
 
-std::string insideQuotes(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
+std::string insideQuotes(std::string_view path) {
+    std::string escaped = looksLikeOption(path) ? "./" : "";
+    for (const char c : path) {
         if (c == '\\' || c == '\'') escaped += '\\';
         escaped += c;
     }

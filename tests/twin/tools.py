@@ -34,14 +34,19 @@ def shell(command):
     os.system(file_path(command))
 
 
+def no_option(path):
+    """A path that begins with "-" must not be taken for an option."""
+    return "./" + path if path.startswith("-") else path
+
+
 def quoted(path):
     """A path as one word of a command line."""
-    return shlex.quote(path)
+    return shlex.quote(no_option(path))
 
 
-def escaped(text):
-    """A text for between the apostrophes of a PHP or R string."""
-    return re.sub(r"(['\\])", r"\\\1", text)
+def escaped(path):
+    """A path for between the apostrophes of a PHP or R string."""
+    return re.sub(r"(['\\])", r"\\\1", no_option(path))
 
 
 def put(run, path, text):

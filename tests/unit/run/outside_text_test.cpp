@@ -40,6 +40,19 @@ TEST(ShellWord, ShellTakesEveryWordWhole) {
     }
 }
 
+TEST(ShellWord, PathsThatLookLikeOptionsStayPaths) {
+    EXPECT_EQ(shellWord("-job/result/J_1_M1.txt"), "./-job/result/J_1_M1.txt");
+    EXPECT_EQ(shellWord("--my job/a.txt"), "'./--my job/a.txt'");
+    EXPECT_EQ(shellWord("/a/-b/c"), "/a/-b/c");
+    EXPECT_EQ(shellWord("a-b/-c"), "a-b/-c");
+}
+
+TEST(InsideQuotes, PathsThatLookLikeOptionsStayPaths) {
+    EXPECT_EQ(insideQuotes("-job/o'neill.html"), "./-job/o\\'neill.html");
+    EXPECT_EQ(insideQuotes("/a/-b/c"), "/a/-b/c");
+    EXPECT_EQ(insideQuotes("result/-x"), "result/-x");
+}
+
 TEST(InsideQuotes, BackslashesAndApostrophesAreEscaped) {
     EXPECT_EQ(insideQuotes("/home/a/result/"), "/home/a/result/");
     EXPECT_EQ(insideQuotes("/o'neill/"), "/o\\'neill/");
