@@ -1,13 +1,22 @@
 #include "input/writeMotifInput.h"
 
+#include <cerrno>
+#include <cstring>
+
 #include "input/printFileNameTypeCount.h"
 #include "report/text_columns.h"
+#include "run/output_file.h"
 #include "run/shared_records.h"
 
 namespace varnolix {
 
 void writeMotifInput() {
-    std::ofstream listing(outputPath + jobID + "input_motifs.txt");
+    const std::string path = outputPath + jobID + "input_motifs.txt";
+    std::ofstream listing;
+    if (!tryOpenOutput(listing, path)) {
+        sayNotWritten(path, std::strerror(errno));
+        return;
+    }
     std::string text = bannerText();
     text += "\nTotal number of motifs: " + std::to_string(Datasets.size()) + "\n\nInput files and motif counts\n" +
             fileTable(FileNameType, "File name", "Count of motifs", longestFileName(FileNameType)) +
@@ -26,6 +35,7 @@ void writeMotifInput() {
         flushWhenLarge(listing, text);
     }
     listing << text;
+    closeOutput(listing, path);
 }
 
 }  // namespace varnolix

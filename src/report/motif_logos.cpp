@@ -4,9 +4,10 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 
 #include "report/logo_names.h"
-#include "report/report_file.h"
+#include "run/output_file.h"
 #include "run/outside_text.h"
 #include "run/run_text.h"
 
@@ -36,13 +37,15 @@ std::string logoCommand(const std::string& matrixFile, const std::string& logoFi
 void drawLogos(const Matrix& matrix, char letter, long id) {
     const std::string folder = outputPath + logoFolderName();
     mkdir(folder.c_str(), 0777);
+    refuseLink(folder);
     const std::string matrixFile = folder + "/" + logoStem(letter, id) + ".txt";
     std::ofstream stream;
     openOutput(stream, matrixFile);
     stream << logoMatrixText(matrix);
-    stream.close();
+    closeOutput(stream, matrixFile);
     for (const Strand strand : {Strand::original, Strand::reverseComplement}) {
         const std::string logoFile = folder + "/" + logoName(letter, id, strand);
+        refuseLink(logoFile);
         const std::string command = logoCommand(matrixFile, logoFile, strand == Strand::reverseComplement);
         [[maybe_unused]] const int ignored = std::system(command.c_str());
     }

@@ -16,7 +16,8 @@ std::string logoMatrixText(const Matrix& matrix);
 std::string logoCommand(const std::string& matrixFile, const std::string& logoFile, bool isReverse);
 
 /// Draws both logos of a motif; a tool that fails is not noticed, and leaves a missing or empty picture.
-/// Makes the job's picture folder. Ends the process if the matrix file cannot be written.
+/// Makes the job's picture folder. Ends the run if the matrix file cannot be written, or if a symbolic link stands
+/// where the folder or a picture should be.
 /// @param letter 'M' for input motifs, 'D' for reference motifs
 void drawLogos(const Matrix& matrix, char letter, long id);
 

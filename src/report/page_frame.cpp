@@ -80,9 +80,7 @@ std::string pageFooter(const std::ios_base& stream) {
 }
 
 void writePageHeader(const ReportFile& page, PageStyle style) {
-    openOutput(page.stream, page.location, std::ios_base::out | std::ios_base::trunc);
-    page.stream << pageHeader(page.stream, style);
-    page.stream.close();
+    startReport(page, pageHeader(page.stream, style));
 }
 
 void writePageFooter(const ReportFile& page) {

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <ostream>
+#include <string>
 
+#include "run/output_file.h"
 #include "run/shared_records.h"
 
 // The reports, and the one way to open them. A header truncates the file, all later writers append. The streams are
@@ -40,10 +42,11 @@ inline const ReportFile treeGlobal{myPhylogeneticTreeGlobalMatchingFile, outputP
 
 }  // namespace reports
 
-/// Opens the stream on the path; ends the process with the message of an invalid output path where that fails.
-void openOutput(std::ofstream& stream, const std::string& path, std::ios_base::openmode mode = std::ios_base::out);
+/// Empties the report's file and writes the text into it.
+void startReport(const ReportFile& report, const std::string& text);
 
 /// Holds a report open for appending. Where it is open already, the one that opened it closes it.
+/// Ends the run where the report cannot be opened, or not be written whole.
 class AppendingReport {
   public:
     explicit AppendingReport(const ReportFile& report);
@@ -51,10 +54,10 @@ class AppendingReport {
     AppendingReport(const AppendingReport&) = delete;
     AppendingReport& operator=(const AppendingReport&) = delete;
 
-    std::ostream& stream() { return stream_; }
+    std::ostream& stream() { return report_.stream; }
 
   private:
-    std::ofstream& stream_;
+    const ReportFile& report_;
     bool opened_;
 };
 

@@ -43,9 +43,7 @@ std::string textFooter(const std::ios_base& stream) {
 }
 
 void writeTextHeader(const ReportFile& report) {
-    openOutput(report.stream, report.location, std::ios_base::out | std::ios_base::trunc);
-    report.stream << textHeader(report.stream);
-    report.stream.close();
+    startReport(report, textHeader(report.stream));
 }
 
 void writeTextFooter(const ReportFile& report) {

@@ -51,6 +51,7 @@
 #include "report/writeHeaderTextWithoutMotifDatabaseMatch.h"
 #include "report/writeMotif.h"
 #include "run/memory_plan.h"
+#include "run/output_file.h"
 #include "run/runDialogue.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
@@ -113,6 +114,7 @@ void mergeGroups(const RecordLists& groups, void (*mergeOne)(const std::vector<d
 }  // namespace
 
 int main() {
+    letFileSizeLimitFailWrites();
     // All answers are known behind this line, and so are the job's identity and all output names.
     runDialogue();
     const bool isText = writesText();
@@ -215,5 +217,6 @@ int main() {
     }
 
     std::cout << "Your output files have been saved in " << outputPath << "\n\nRuntime: " << wtime << " seconds.\n";
+    checkConsole();
     return 0;
 }

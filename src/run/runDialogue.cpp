@@ -13,6 +13,7 @@
 
 #include "database/collections.h"
 #include "run/checks.h"
+#include "run/output_file.h"
 #include "run/output_names.h"
 #include "run/shared_records.h"
 
@@ -34,6 +35,7 @@ void ask(std::string_view question, Read read, std::string& answer, const std::f
          const char* badAnswer = invalidInput) {
     std::cout << question << '\n';
     while (true) {
+        checkConsole();
         if (read == Read::word) {
             std::cin >> answer;
         } else {

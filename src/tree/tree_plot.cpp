@@ -1,9 +1,10 @@
 #include "tree/tree_plot.h"
 
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
 
-#include "report/report_file.h"
+#include "run/output_file.h"
 #include "run/outside_text.h"
 #include "tree/distance_table.h"
 
@@ -35,13 +36,15 @@ std::string plotScript(const std::string& tablePath, const std::string& imagePat
 void drawTree(const DistanceTable& table, const TreeFiles& files) {
     const std::string tablePath = outputPath + files.table;
     const std::string scriptPath = outputPath + files.script;
+    const std::string imagePath = outputPath + files.image;
     std::ofstream stream;
     openOutput(stream, tablePath);
     writeDistanceTable(stream, table, files.letter);
-    stream.close();
+    closeOutput(stream, tablePath);
     openOutput(stream, scriptPath);
-    stream << plotScript(tablePath, outputPath + files.image);
-    stream.close();
+    stream << plotScript(tablePath, imagePath);
+    closeOutput(stream, scriptPath);
+    refuseLink(imagePath);
     // What R prints goes to the same console as our own text.
     std::cout << std::flush;
     [[maybe_unused]] const int ignored = std::system(("Rscript " + shellWord(scriptPath)).c_str());

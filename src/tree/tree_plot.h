@@ -24,7 +24,7 @@ inline constexpr TreeFiles globalTree{'G', "Global_Matching_Distance_Matrix.csv"
 std::string plotScript(const std::string& tablePath, const std::string& imagePath);
 
 /// Writes table and script and runs R on it; a failed R leaves no image and is not noticed. R gives up on fewer than
-/// ten motifs. Ends the process if a file cannot be opened.
+/// ten motifs. Ends the run if a file cannot be written.
 void drawTree(const DistanceTable& table, const TreeFiles& files);
 
 }  // namespace varnolix

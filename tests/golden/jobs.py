@@ -46,7 +46,7 @@ record_lines "$1"
 [ -n "$STAND_IN_FAILS" ] && exit 1
 page="${1%.php}.html"
 [ -f "$page" ] || printf '    no page\n' >> "$STAND_IN_CALLS"
-[ -n "$STAND_IN_PDF" ] && { printf 'pdf\n'; cat "$page"; } > "${page%.html}.pdf"
+[ -n "$STAND_IN_PDF" ] && { printf '%%PDF-1.4\n'; cat "$page"; printf '%%%%EOF\n'; } > "${page%.html}.pdf"
 exit 0
 """
 RSCRIPT = RECORD + r"""

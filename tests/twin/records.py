@@ -88,8 +88,8 @@ class Report:
         try:
             with open(file_path(self.path), mode) as file:
                 file.write(text.encode("latin-1"))
-        except OSError:
-            self.run.console.stop("Invalid output path or output filename.")
+        except OSError as error:
+            self.run.console.stop_for_output(self.path, error)
 
 
 class Console:
@@ -151,6 +151,17 @@ class Console:
         Console.put(text)
         sys.stdout.buffer.flush()
         sys.exit(1)
+
+    @staticmethod
+    def name_unwritten(path, error):
+        """Name a file that was not written, on standard error."""
+        sys.stderr.buffer.write(("%s could not be written: %s.\n" % (path, error.strerror)).encode("latin-1"))
+
+    @staticmethod
+    def stop_for_output(path, error):
+        """The end of a run that cannot write a file."""
+        Console.name_unwritten(path, error)
+        Console.stop("Invalid output path or output filename.")
 
 
 def file_path(text):

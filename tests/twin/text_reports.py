@@ -53,7 +53,7 @@ def yes_no(flag):
 # --- listing -----------------------------------------------------------------------------------------------------
 
 def write_listing(run):
-    """The plain listing of all input motifs; a file that does not open is passed over."""
+    """The plain listing of all input motifs; a file that does not open is named and passed over."""
     text = BANNER + "\nTotal number of motifs: %d\n\nInput files and motif counts\n" % len(run.motifs)
     text += file_table(run, "File name", longest_file_name(run)) + "\nInput Motifs\n\n\n"
     for motif in run.motifs:
@@ -63,8 +63,8 @@ def write_listing(run):
     try:
         with open(run.output("input_motifs.txt").encode("latin-1"), "wb") as file:
             file.write(text.encode("latin-1"))
-    except OSError:
-        pass
+    except OSError as error:
+        run.console.name_unwritten(run.output("input_motifs.txt"), error)
 
 
 # --- frame -------------------------------------------------------------------------------------------------------

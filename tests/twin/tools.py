@@ -53,8 +53,8 @@ def put(run, path, text):
     try:
         with open(file_path(path), "wb") as file:
             file.write(text.encode("latin-1"))
-    except OSError:
-        run.console.stop("Invalid output path or output filename.")
+    except OSError as error:
+        run.console.stop_for_output(path, error)
 
 
 def remove(path):
@@ -81,6 +81,16 @@ def draw_logos(run, motifs, letter):
         remove(stem + ".txt")
 
 
+def is_whole_pdf(path):
+    """Whether a file has the header and the end of a PDF."""
+    try:
+        with open(path, "rb") as file:
+            content = file.read()
+    except OSError:
+        return False
+    return content.startswith(b"%PDF-") and content.rstrip(b"\0\t\n\f\r ").endswith(b"%%EOF")
+
+
 def convert_to_pdf(run, name):
     """With format "PDF" the page goes, but never as the only copy of the results."""
     stem = run.output(name)[:-len(".html")]
@@ -89,7 +99,7 @@ def convert_to_pdf(run, name):
     remove(stem + ".php")
     if run.format != "PDF":
         return
-    if os.path.exists(file_path(stem + ".pdf")):
+    if is_whole_pdf(file_path(stem + ".pdf")):
         remove(stem + ".html")
     else:
         os.rename(file_path(stem + ".html"), file_path(stem + ".html.unconverted"))
