@@ -3,12 +3,12 @@
 #include <sys/stat.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 
 #include "report/logo_names.h"
 #include "run/output_file.h"
 #include "run/outside_text.h"
+#include "run/outside_tool.h"
 #include "run/run_text.h"
 
 namespace varnolix {
@@ -39,6 +39,7 @@ void drawLogos(const Matrix& matrix, char letter, long id) {
     mkdir(folder.c_str(), 0777);
     refuseLink(folder);
     const std::string matrixFile = folder + "/" + logoStem(letter, id) + ".txt";
+    ToolWork work({matrixFile});
     std::ofstream stream;
     openOutput(stream, matrixFile);
     stream << logoMatrixText(matrix);
@@ -46,8 +47,7 @@ void drawLogos(const Matrix& matrix, char letter, long id) {
     for (const Strand strand : {Strand::original, Strand::reverseComplement}) {
         const std::string logoFile = folder + "/" + logoName(letter, id, strand);
         refuseLink(logoFile);
-        const std::string command = logoCommand(matrixFile, logoFile, strand == Strand::reverseComplement);
-        [[maybe_unused]] const int ignored = std::system(command.c_str());
+        work.run(logoCommand(matrixFile, logoFile, strand == Strand::reverseComplement), logoFile);
     }
     std::remove(matrixFile.c_str());
 }

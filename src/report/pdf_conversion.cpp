@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -10,6 +9,7 @@
 
 #include "run/output_file.h"
 #include "run/outside_text.h"
+#include "run/outside_tool.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
 
@@ -67,6 +67,7 @@ void convertPage(const std::string& baseName) {
     const std::string script = stem + ".php";
     const std::string page = stem + ".html";
     const std::string pdf = stem + ".pdf";
+    ToolWork work({script});
     std::ofstream stream;
     openOutput(stream, script);
     stream << conversionScript(getCurrentDirectory(), page);
@@ -74,7 +75,7 @@ void convertPage(const std::string& baseName) {
     refuseLink(pdf);
     // What the script prints goes to the same console as our own text.
     std::cout << std::flush;
-    [[maybe_unused]] const int ignored = std::system(("php5 " + shellWord(script)).c_str());
+    work.run("php5 " + shellWord(script), pdf);
     std::remove(script.c_str());
     if (outputFileFormat == "PDF") setPageAside(page, pdf);
 }

@@ -1,5 +1,7 @@
 #include "run/shared_records.h"
 
+#include "run/outside_tool.h"
+
 namespace varnolix {
 
 int dNum = 1;
@@ -85,5 +87,7 @@ std::vector<std::vector<combinedMatrices>> mergedMotifGlobalMatching, mergedMoti
 std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
 std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 DistanceTable distanceMatrix, distanceMatrixGlobal;
+
+RunningTools runningTools;
 
 }  // namespace varnolix

@@ -196,4 +196,9 @@ extern std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
 extern std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 extern DistanceTable distanceMatrix, distanceMatrixGlobal;
 
+// --- outside tools
+// -----------------------------------------------------------------------------------------------------------------------
+struct RunningTools;
+extern RunningTools runningTools;  ///< the tools that run, for run/outside_tool and its signal handlers
+
 }  // namespace varnolix

@@ -1,11 +1,11 @@
 #include "tree/tree_plot.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <iostream>
 
 #include "run/output_file.h"
 #include "run/outside_text.h"
+#include "run/outside_tool.h"
 #include "tree/distance_table.h"
 
 namespace varnolix {
@@ -37,6 +37,8 @@ void drawTree(const DistanceTable& table, const TreeFiles& files) {
     const std::string tablePath = outputPath + files.table;
     const std::string scriptPath = outputPath + files.script;
     const std::string imagePath = outputPath + files.image;
+    // No signal leaves half a table or script.
+    ToolWork work({});
     std::ofstream stream;
     openOutput(stream, tablePath);
     writeDistanceTable(stream, table, files.letter);
@@ -47,7 +49,7 @@ void drawTree(const DistanceTable& table, const TreeFiles& files) {
     refuseLink(imagePath);
     // What R prints goes to the same console as our own text.
     std::cout << std::flush;
-    [[maybe_unused]] const int ignored = std::system(("Rscript " + shellWord(scriptPath)).c_str());
+    work.run("Rscript " + shellWord(scriptPath), imagePath);
 }
 
 }  // namespace varnolix

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <signal.h>
+#include <sys/types.h>
+
+#include <array>
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <vector>
+
+// Calls of the outside tools. How a tool ends is never looked at, with one exception: an interrupt ends the run.
+
+namespace varnolix {
+
+/// What the signal handlers and the threads that wait for tools share.
+struct RunningTools {
+    static constexpr std::size_t mostTools = 256;
+    /// The tools that run, each by the number of its process group; 0 is a free place, -1 one that is about to be used.
+    std::array<std::atomic<pid_t>, mostTools> groups{};
+    std::atomic<int> endingSignal{0};  ///< the signal that ends the run; 0 is none
+    std::mutex guard;                  ///< of what stands below
+    int works = 0;                     ///< ToolWork objects alive
+    std::vector<std::pair<int, struct sigaction>> actionsBefore;
+};
+
+/// A piece of work that outside tools do for us, such as the two logos of a motif. While one lives, SIGINT, SIGQUIT,
+/// SIGTERM and SIGHUP are passed on to the tools that run; then, when these have ended (or were killed, after some
+/// seconds), unfinished files are removed and the process ends by that signal. A tool that was itself ended by SIGINT
+/// or SIGQUIT has the same effect. Several threads may have a work at the same time.
+class ToolWork {
+  public:
+    /// @param files what must not be left when a signal ends the run: files that only serve this work
+    explicit ToolWork(std::vector<std::string> files);
+    ~ToolWork();
+    ToolWork(const ToolWork&) = delete;
+    ToolWork& operator=(const ToolWork&) = delete;
+
+    /// Runs the command by "/bin/sh -c", as `system` does but in a process group of its own, and waits for its end.
+    /// @param product what the tool writes: not left half-written when a signal ends the run
+    void run(const std::string& command, const std::string& product);
+
+  private:
+    /// Removes the files and never comes back.
+    [[noreturn]] void stop();
+
+    std::vector<std::string> files_;
+};
+
+/// The signal if a status of `waitpid` says that SIGINT or SIGQUIT ended the tool, directly or within the shell; else
+/// 0.
+int interruptOf(int status);
+
+}  // namespace varnolix
