@@ -1,12 +1,14 @@
 #pragma once
 
-#include <signal.h>
 #include <sys/types.h>
 
 #include <array>
 #include <atomic>
+#include <csignal>
+#include <cstddef>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 // Calls of the outside tools. How a tool ends is never looked at, with one exception: an interrupt ends the run.

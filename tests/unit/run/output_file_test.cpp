@@ -155,46 +155,35 @@ TEST_F(OutputFileDeathTest, MessageOfAnInvalidPathIsPrinted) {
         ::testing::ExitedWithCode(1), "Invalid output path or output filename\\.$");
 }
 
+/// Writes where there is room for few bytes; the room comes back before the second text.
+void writeOnFullDisk(const std::string& path, const std::string& first, const std::string& second = "") {
+    letFileSizeLimitFailWrites();
+    limitFiles(fewBytes);
+    std::ofstream stream;
+    openOutput(stream, path);
+    stream << first;
+    if (!second.empty()) {
+        EXPECT_FALSE(stream);
+        limitFiles(RLIM_INFINITY);
+        stream << second;
+    }
+    closeOutput(stream, path);
+}
+
 TEST_F(OutputFileDeathTest, FailedWriteEndsTheRunAndNamesTheFile) {
-    EXPECT_EXIT(
-        {
-            letFileSizeLimitFailWrites();
-            limitFiles(fewBytes);
-            std::ofstream stream;
-            openOutput(stream, path());
-            stream << manyBytes;
-            closeOutput(stream, path());
-        },
-        ::testing::ExitedWithCode(1), "out.txt could not be written: the disk may be full\\.");
+    EXPECT_EXIT(writeOnFullDisk(path(), manyBytes), ::testing::ExitedWithCode(1),
+                "out.txt could not be written: the disk may be full\\.");
 }
 
 TEST_F(OutputFileDeathTest, LastBytesCountToo) {
     // They stay in the stream's buffer until it is closed.
-    EXPECT_EXIT(
-        {
-            letFileSizeLimitFailWrites();
-            limitFiles(fewBytes);
-            std::ofstream stream;
-            openOutput(stream, path());
-            stream << manyBytes.substr(0, fewBytes + 1);
-            if (stream) closeOutput(stream, path());
-        },
-        ::testing::ExitedWithCode(1), "out.txt could not be written");
+    EXPECT_EXIT(writeOnFullDisk(path(), manyBytes.substr(0, fewBytes + 1)), ::testing::ExitedWithCode(1),
+                "out.txt could not be written");
 }
 
 TEST_F(OutputFileDeathTest, RoomThatComesBackDoesNotHideTheHole) {
-    EXPECT_EXIT(
-        {
-            letFileSizeLimitFailWrites();
-            limitFiles(fewBytes);
-            std::ofstream stream;
-            openOutput(stream, path());
-            stream << manyBytes;
-            limitFiles(RLIM_INFINITY);
-            stream << "footer";
-            closeOutput(stream, path());
-        },
-        ::testing::ExitedWithCode(1), "out.txt could not be written");
+    EXPECT_EXIT(writeOnFullDisk(path(), manyBytes, "footer"), ::testing::ExitedWithCode(1),
+                "out.txt could not be written");
 }
 
 TEST_F(OutputFileDeathTest, ReportThatIsAppendedToIsChecked) {
