@@ -316,6 +316,31 @@ class WorkerTest(LauncherCase):
         self.assertEqual(self.draw(GOOD)[0], 0)
         self.assertNotEqual(self.worker(), dead)
 
+    def test_interrupted_call_leaves_nothing(self):
+        """Nor a picture or a traceback; a worker that it was starting goes with it or ends by itself."""
+        for is_starting_worker in (False, True):
+            for number in (signal.SIGINT, signal.SIGTERM):
+                with self.subTest(f"{is_starting_worker} {number}"):
+                    process = self.start(
+                        start_new_session=True, environment={"VARNOLIX_LOGO_IDLE": "0.5"},
+                        preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
+                    process.stdin.write(GOOD)
+                    process.stdin.flush()
+                    if is_starting_worker:
+                        process.stdin.close()
+                        self.assertTrue(wait_until(self.workers))
+                    else:
+                        time.sleep(0.5)     # it waits for the rest of the matrix
+                    os.killpg(process.pid, number)
+                    picture, messages = process.stdout.read(), process.stderr.read()
+                    process.wait(20)
+                    for stream in (process.stdin, process.stdout, process.stderr):
+                        with contextlib.suppress(OSError):
+                            stream.close()
+                    self.assertEqual((process.returncode, picture, messages), (-number, b"", b""))
+                    self.assertTrue(wait_until(lambda: not self.workers(), 10))
+                    self.assertEqual(list(self.runtime.iterdir()), [])
+
     def test_asked_to_end_cleans_up(self):
         self.draw(GOOD)
         worker = self.worker()
