@@ -222,7 +222,7 @@ def describe(wanted, found, names, lines=40):
 
 
 def keep(folder, left):
-    """Write what a run left below the folder, laid out as expected/."""
+    """Write what a run left below the folder."""
     shutil.rmtree(folder, ignore_errors=True)
     for name, data in left.items():
         write(os.path.join(folder, name), data)

@@ -2,10 +2,10 @@
 """Runs whole dialogues on a program and compares everything that it leaves, byte for byte.
 
     run.py BINARY [CASE...]         all cases, or those of these names or patterns
-    run.py --rewrite [CASE...]      write expected/ anew from the twin, never from the program; review the diff
+    run.py --rewrite [CASE...]      write the expected files anew from the twin, never from the program; review the diff
 
-A case is a folder beside this file: `pins` (one line: what it holds fast), `answers.txt`, `tree/`, `expected/`
-and what jobs.py tells. Exit status 0 when every run passes, 1 when one fails, 2 on wrong use.
+Cases stand in files THEME/NAME.case; cases.py tells how to read and write one. Exit status 0 when every run passes,
+1 when one fails, 2 on wrong use.
 """
 import argparse
 import fnmatch
@@ -15,6 +15,7 @@ import sys
 import tempfile
 
 sys.dont_write_bytecode = True
+import cases                                                                    # noqa: E402
 import jobs                                                                     # noqa: E402
 
 HERE = os.path.dirname(os.path.abspath(__file__))
@@ -28,14 +29,15 @@ def parse():
     parser.add_argument("cases", nargs="*", metavar="CASE", help="names or patterns of cases (all)")
     parser.add_argument("--threads", default="1,3", metavar="N,N", help="thread counts of the answers (1,3)")
     parser.add_argument("--limit", type=float, default=20.0, metavar="S", help="time limit of one run (20)")
-    parser.add_argument("--rewrite", action="store_true", help="write expected/ anew from the twin")
+    parser.add_argument("--rewrite", action="store_true", help="write the expected files anew from the twin")
     parser.add_argument("--list", action="store_true", help="print the names of the cases and end")
     args = parser.parse_intermixed_args()
     if args.rewrite or args.list:
         args.cases = [name for name in [args.binary] if name] + args.cases
     elif not args.binary or not os.access(args.binary, os.X_OK) or os.path.isdir(args.binary):
         parser.error("no such program: %s" % args.binary)
-    known = sorted(name for name in os.listdir(HERE) if os.path.exists(os.path.join(HERE, name, "answers.txt")))
+    args.groups = cases.all_cases()
+    known = list(args.groups)
     patterns = args.cases or ["*"]
     args.chosen = [name for name in known if any(fnmatch.fnmatchcase(name, pattern) for pattern in patterns)]
     for pattern in patterns:
@@ -44,33 +46,39 @@ def parse():
     return args
 
 
-def expected_of(case):
-    found = jobs.snapshot(os.path.join(HERE, case, "expected"))
-    return {name: data for name, data in found.items() if not name.endswith("/")}
+def run_case(program, group, case, place, threads, limit, extra=()):
+    job = os.path.join(place, "case")
+    shutil.rmtree(job, ignore_errors=True)
+    group.lay_out(case, job)
+    return jobs.run_job(program, job, os.path.join(place, "run"), threads, limit, extra)
 
 
-def rewrite(case, place, limit):
-    left = jobs.run_job(TWIN, os.path.join(HERE, case), place, 1, limit, TWIN_RUN_TIME)
-    if b"Traceback" in left.get("stderr", b""):
-        sys.exit("%s: the twin failed\n%s" % (case, left["stderr"].decode("latin-1")))
-    jobs.keep(os.path.join(HERE, case, "expected"), left)
-    print("wrote " + case, flush=True)
+def rewrite(group, place, limit):
+    lefts = {}
+    for row in group.rows:
+        left = run_case(TWIN, group, row["case"], place, 1, limit, TWIN_RUN_TIME)
+        if b"Traceback" in left.get("stderr", b""):
+            sys.exit("%s: the twin failed\n%s" % (row["case"], left["stderr"].decode("latin-1")))
+        lefts[row["case"]] = left
+    group.rewrite(lefts)
+    print("wrote " + os.path.relpath(group.path), flush=True)
 
 
 def check(args, case, threads, place):
     """Run one case with one thread count; True when all is as expected."""
-    binary = os.path.abspath(args.binary)
-    left = jobs.run_job(binary, os.path.join(HERE, case), os.path.join(place, "run"), threads, args.limit)
-    wanted = expected_of(case)
+    binary, group = os.path.abspath(args.binary), args.groups[case]
+    left = run_case(binary, group, case, place, threads, args.limit)
+    wanted = group.expected(case)
     names = jobs.differences(wanted, left)
     print("%s %s, threads %d" % ("FAIL" if names else "pass", case, threads), flush=True)
     if not names:
         return True
     kept = os.path.join(place, "%s-%d" % (case, threads))
-    jobs.keep(kept, left)
-    pins = jobs.read(os.path.join(HERE, case, "pins")).decode().strip()
-    print("pins: %s\n%s\nfound: %s\nagain: python3 %s %s %s --threads %d\n"
-          % (pins, jobs.describe(wanted, left, names), kept, os.path.join(HERE, "run.py"), binary, case, threads))
+    jobs.keep(os.path.join(kept, "expected"), wanted)
+    jobs.keep(os.path.join(kept, "found"), left)
+    print("pins: %s (%s)\n%s\nfiles: %s (expected, found)\nagain: python3 %s %s %s --threads %d\n"
+          % (group.pins(case), os.path.relpath(group.path), jobs.describe(wanted, left, names), kept,
+             os.path.join(HERE, "run.py"), binary, case, threads))
     return False
 
 
@@ -83,15 +91,16 @@ def main():
     failed = 0
     try:
         if args.rewrite:
-            for case in args.chosen:
-                rewrite(case, os.path.join(place, "run"), args.limit)
+            for group in {args.groups[case].path: args.groups[case] for case in args.chosen}.values():
+                rewrite(group, place, args.limit)
             return 0
         results = [check(args, case, int(threads), place)
                    for case in args.chosen for threads in args.threads.split(",")]
         failed = results.count(False)
         print("%d passed, %d failed" % (len(results) - failed, failed))
     finally:
-        shutil.rmtree(os.path.join(place, "run") if failed else place, ignore_errors=True)
+        for rest in [os.path.join(place, "run"), os.path.join(place, "case")] if failed else [place]:
+            shutil.rmtree(rest, ignore_errors=True)
     return 1 if failed else 0
 
 
