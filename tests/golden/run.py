@@ -31,8 +31,9 @@ def parse():
     parser.add_argument("--limit", type=float, default=20.0, metavar="S", help="time limit of one run (20)")
     parser.add_argument("--rewrite", action="store_true", help="write the expected files anew from the twin")
     parser.add_argument("--list", action="store_true", help="print the names of the cases and end")
+    parser.add_argument("--table", action="store_true", help="print file, name and pins of the cases and end")
     args = parser.parse_intermixed_args()
-    if args.rewrite or args.list:
+    if args.rewrite or args.list or args.table:
         args.cases = [name for name in [args.binary] if name] + args.cases
     elif not args.binary or not os.access(args.binary, os.X_OK) or os.path.isdir(args.binary):
         parser.error("no such program: %s" % args.binary)
@@ -86,6 +87,11 @@ def main():
     args = parse()
     if args.list:
         print("\n".join(args.chosen))
+        return 0
+    if args.table:
+        for case in args.chosen:
+            group = args.groups[case]
+            print("%-44s %-34s %s" % (os.path.relpath(group.path, HERE), case, group.pins(case)))
         return 0
     place = os.path.realpath(tempfile.mkdtemp(prefix="golden-"))
     failed = 0
