@@ -5,6 +5,7 @@ VARNOLIX_LOGO_SAMPLE=N widens the sample of pictures that are compared.
 import contextlib
 import os
 import random
+import re
 import shutil
 import signal
 import socket
@@ -58,6 +59,11 @@ def sample_matrices(count):
 def is_jpeg(content):
     """Whether `content` has the first and the last mark of a JPEG picture."""
     return content.startswith(b"\xff\xd8\xff") and content.endswith(b"\xff\xd9")
+
+
+def without_memory_figures(messages):
+    """What ghostscript says, less the sizes of its memory, which differ between two runs on a busy machine."""
+    return re.sub(rb"\.\.\.[ \d]+done\.", b"... done.", messages)
 
 
 def is_running(pid):
@@ -193,7 +199,9 @@ class PictureTest(LauncherCase):
             with self.subTest(name):
                 expected = self.draw_plainly(matrix, "reverse")
                 self.assertNotEqual((expected[0], expected[2]), (0, b""))
-                self.assertEqual(self.draw(matrix, "reverse"), expected)
+                drawn = self.draw(matrix, "reverse")
+                self.assertEqual(drawn[:2], expected[:2])
+                self.assertEqual(without_memory_figures(drawn[2]), without_memory_figures(expected[2]))
 
     def test_header_alone_is_an_error_without_picture(self):
         # WebLogo would draw the letters of the header.
