@@ -7,8 +7,8 @@
 # - clang-tidy: src/ has no finding of .clang-tidy
 # - shellcheck: the scripts have no finding
 #
-# DIR is the build folder for clang-tidy, configured with clang (build/tidy, made if it is missing). A checker that is
-# not installed is left out, with a word about it. Exit status 0 when no checker finds anything.
+# DIR is the build folder for clang-tidy, configured with clang (build/tidy, made if it is missing). Exit
+# status 0 when no checker finds anything; one that is not installed counts as a failure.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -21,17 +21,17 @@ esac
 (( $# <= 1 )) || wrong_use "one build folder at most"
 cd "$project"
 tidy_folder="${1:-build/tidy}"
-failed=()
+failed=() lacking=()
 
 # sources_in FOLDER...: the C++ files below the folders, separated by zero bytes.
 sources_in() {
     find "$@" \( -name '*.cpp' -o -name '*.h' \) -print0
 }
 
-# check_with CHECKER FUNCTION: runs the function where the checker is installed and notes a failure.
+# check_with CHECKER FUNCTION: runs the function and notes a failure, or that the checker is missing.
 check_with() {
     if ! command -v "$1" > /dev/null; then
-        say "$1 is not installed: left out"
+        lacking+=("$1")
         return
     fi
     say "$1"
@@ -57,5 +57,8 @@ check_shell() {
 check_with clang-format check_format
 check_with clang-tidy check_tidy
 check_with shellcheck check_shell
-(( ${#failed[@]} == 0 )) || fail "findings of ${failed[*]}"
+verdict=""
+(( ${#failed[@]} == 0 )) || verdict="findings of ${failed[*]}"
+(( ${#lacking[@]} == 0 )) || verdict+="${verdict:+; }not installed: ${lacking[*]}"
+[[ -z $verdict ]] || fail "$verdict"
 say "No findings"
