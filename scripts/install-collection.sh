@@ -42,6 +42,7 @@ file="$(awk -v name="$name" '$1 !~ /^#/ && $2 == name { print $3 }' "$catalogue"
 if [[ -z $file ]]; then
     fail "no collection is named $name; the names are:" "$(awk '!/^#/ { printf "%s ", $2 }' "$catalogue")"
 fi
+command -v python3 > /dev/null || fail "python3 is not installed, which reads the file: run scripts/setup.sh --text"
 [[ -d $base ]] || fail "there is no folder $base"
 [[ -f $source_file && -r $source_file ]] || fail "cannot read the file $source_file"
 

@@ -1,5 +1,6 @@
 """Reference collections: every public layout comes out right, and bad files change nothing."""
 import os
+import shutil
 import unittest
 
 from script_project import ScriptTest, read, write
@@ -208,6 +209,16 @@ class InstallCollection(ScriptTest):
     def test_the_collection_can_be_read_by_all(self):
         self.install("jasparAll", LAYOUTS["meme"])
         self.assertEqual(os.stat(self.target("jasparAll")).st_mode & 0o777, 0o644)
+
+    def test_without_python_it_says_so(self):
+        bin_folder = self.path("bin")
+        os.makedirs(bin_folder)
+        for tool in ("awk", "basename", "bash", "dirname", "env"):
+            os.symlink(shutil.which(tool), os.path.join(bin_folder, tool))
+        write(self.path("download.txt"), LAYOUTS["meme"])
+        done = self.script("install-collection.sh", "jasparAll", "download.txt", env={"PATH": bin_folder})
+        self.assertEqual(done.returncode, 1)
+        self.assertRegex(done.stderr, r"\Ainstall-collection.sh: python3 is not installed, [^\n]*\n\Z")
 
     def test_refuses_wrong_use(self):
         write(self.path("download.txt"), LAYOUTS["meme"])
