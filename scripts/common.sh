@@ -3,6 +3,8 @@
 
 project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 program="${VARNOLIX_PROGRAM:-$project/build/release/varnolix}"
+# Where setup.sh puts packages of R that this release of the system does not have; DIR/run and the proof look there.
+r_library="$project/build/R-library"
 catalogue="$project/databases/catalogue.txt"
 
 # say TEXT...: one step of what a script does.
@@ -42,11 +44,16 @@ count_motifs() {
     if (( count == 1 )); then echo "1 motif"; else echo "$count motifs"; fi
 }
 
-# build_target TARGET: configures and builds a target of the release preset; quick when it is up to date.
+# build_target TARGET [PRESET]: builds a target in build/release; quick when it is up to date. The preset, with which
+# a fresh folder is configured, is release; program leaves the tests out, which need GoogleTest, and keeps a folder as
+# it is that was configured before.
 build_target() {
+    local preset="${2:-release}"
     cd "$project" || exit
-    say "Configuring (cmake --preset release)"
-    cmake --preset release
-    say "Building (cmake --build --preset release --target $1)"
-    cmake --build --preset release --target "$1"
+    if [[ $preset == release || ! -f build/release/build.ninja ]]; then
+        say "Configuring (cmake --preset $preset)"
+        cmake --preset "$preset"
+    fi
+    say "Building (cmake --build --preset $preset --target $1)"
+    cmake --build --preset "$preset" --target "$1"
 }

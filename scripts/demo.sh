@@ -25,7 +25,7 @@ job="$project/build/demo-job"
 limit=600
 
 "$here/setup.sh" --if-missing "$@"
-build_target varnolix
+build_target varnolix program
 
 say "Making the job folder"
 rm -rf "$job"

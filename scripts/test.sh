@@ -18,7 +18,7 @@ case ${1:-} in
     *) wrong_use "unknown option $1" ;;
 esac
 
-"$here/setup.sh" --if-missing "$choice"
+"$here/setup.sh" --if-missing --tests "$choice"
 build_target all
 say "Testing (ctest --preset release)"
 ctest --preset release

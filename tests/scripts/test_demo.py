@@ -63,7 +63,7 @@ class Demo(ScriptTest):
         done = self.run_script("demo.sh")
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertIn("setup --if-missing\n", done.stdout)
-        self.assertIn("cmake --preset release", done.stdout)
+        self.assertIn("cmake --preset program text-only", done.stdout)
         self.assertEqual(self.answers()[-6:-1], ["1", "Y", "Y", "All", "All"])
         self.assertNotIn("MISSING", done.stdout)
         self.assertIn("44 logos", done.stdout)
@@ -84,6 +84,13 @@ class Demo(ScriptTest):
         for name in answers[6:6 + 2 * int(answers[0]):2]:
             self.assertTrue(os.path.isfile(os.path.join(answers[5], name)), name)
         self.assertRegex(answers[4], "^[1-9]$")
+
+    def test_a_build_folder_with_tests_stays_as_it_is(self):
+        write(self.path("project", "build", "release", "build.ninja"), "")
+        done = self.run_script("demo.sh", "--text")
+        self.assertNotIn("cmake --preset", done.stdout)
+        self.assertIn("cmake --build --preset program --target varnolix", done.stdout)
+        self.assertIn("cmake --preset release", self.run_script("test.sh").stdout)
 
     def test_the_job_folder_is_made_afresh(self):
         write(os.path.join(self.job, "result", "J_old_Results.txt"), "old")
@@ -119,12 +126,12 @@ class Demo(ScriptTest):
     def test_the_tests_are_built_and_run(self):
         done = self.run_script("test.sh")
         self.assertEqual(done.returncode, 0, done.stderr)
-        self.assertIn("setup --if-missing --chromium\n", done.stdout)
+        self.assertIn("setup --if-missing --tests --chromium\n", done.stdout)
         self.assertIn("ctest --preset release text-only=\n", done.stdout)
 
     def test_without_the_outside_tools_the_tests_are_told_so(self):
         done = self.run_script("test.sh", "--text")
-        self.assertIn("setup --if-missing --text\n", done.stdout)
+        self.assertIn("setup --if-missing --tests --text\n", done.stdout)
         self.assertIn("ctest --preset release text-only=1\n", done.stdout)
 
     def test_failed_tests_are_the_exit_status(self):

@@ -1,13 +1,18 @@
 """What setup.sh decides, with stand-ins for apt and for root; and what its proof says of missing tools."""
 import os
+import re
 import shutil
 import unittest
 
 from script_project import ScriptTest, read, write
 
-REAL = ("bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh", "tail",
-        "timeout", "tr", "xargs")
-TEXT_SET = {"g++", "cmake", "ninja-build", "libgtest-dev", "libgmock-dev", "python3"}
+REAL = ("awk", "bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh",
+        "tail", "timeout", "tr", "xargs")
+TEXT_SET = {"g++", "cmake", "ninja-build", "python3"}
+DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
+                          "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
+                          "r-cran-dendextend", "r-cran-ape"}
+GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
 
 
 class Setup(ScriptTest):
@@ -32,8 +37,19 @@ class Setup(ScriptTest):
         write(self.path("project", "scripts", name), f"#!/usr/bin/env bash\n{{ {body}\n}} >> '{self.log}'\n",
               executable=True)
 
-    def machine(self, *installed, root=False, sudo=None):
-        """What stands on the machine: packages, who asks, and whether sudo works (None: there is none)."""
+    def machine(self, *installed, root=False, sudo=None, release_lacks=()):
+        """What stands on the machine: packages, who asks, and whether sudo works (None: there is none).
+
+        The release has all packages but those that it lacks. The first of these has a name there and no candidate.
+        """
+        lacking = "".join(f"    {package}) {':' if place else 'policy none'} ;;\n"
+                          for place, package in enumerate(release_lacks))
+        write(os.path.join(self.bin, "apt-cache"),
+              '#!/usr/bin/env bash\n[[ $1 == policy && $LC_ALL == C ]] || exit 9\nshift\n'
+              'policy() { printf \'%s:\\n  Installed: (none)\\n  Candidate: %s\\n  Version table:\\n     1.0 500\\n\' '
+              '"$package" "${1/none/(none)}"; }\n'
+              'for package in "$@"; do case $package in\n' + lacking + '    *) policy 1.0 ;;\nesac; done\n',
+              executable=True)
         known = "".join(f"    {package}) echo '{package} installed' ;;\n" for package in installed)
         write(os.path.join(self.bin, "dpkg-query"),
               '#!/usr/bin/env bash\nfor package in "$@"; do case $package in\n' + known +
@@ -72,21 +88,79 @@ class Setup(ScriptTest):
         done, lines = self.run_setup("--text", "--if-missing")
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertEqual(lines[0], "apt-get -q update")
-        self.assertEqual(self.asked_for(lines), {"cmake", "ninja-build", "libgtest-dev", "libgmock-dev"})
+        self.assertEqual(self.asked_for(lines), {"cmake", "ninja-build"})
         self.assertEqual(lines[-1], "prove --text")
 
     def test_each_choice_has_its_packages(self):
         self.machine(root=True)
-        asked = {}
-        for choice in ("--text", "", "--chromium"):
-            write(self.log, "")
-            _, lines = self.run_setup(*filter(None, [choice]))
-            asked[choice] = self.asked_for(lines)
-        self.assertEqual(asked["--text"], TEXT_SET)
-        self.assertEqual(asked[""] - asked["--text"], {
-            "python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation", "fonts-dejavu-core",
-            "poppler-utils", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro", "r-cran-dendextend", "r-cran-ape"})
-        self.assertEqual(asked["--chromium"] - asked[""], {"chromium"})
+        for arguments, expected in ((["--text"], TEXT_SET), ([], DEFAULT_SET), (["--chromium"], DEFAULT_SET | {"chromium"}),
+                                    (["--text", "--tests"], TEXT_SET | GOOGLE_TEST),
+                                    (["--tests"], DEFAULT_SET | GOOGLE_TEST | {"poppler-utils"})):
+            with self.subTest(arguments):
+                write(self.log, "")
+                _, lines = self.run_setup(*arguments)
+                self.assertEqual(self.asked_for(lines), expected)
+
+    def test_what_the_release_lacks_is_named_and_the_rest_installed(self):
+        lacking = ("r-cran-dendextend", "chromium")
+        self.machine(root=True, release_lacks=lacking)
+        done, lines = self.run_setup("--chromium")
+        self.assertEqual(done.returncode, 0, done.stderr)
+        self.assertEqual(self.asked_for(lines), DEFAULT_SET - set(lacking))
+        self.assertRegex(done.stdout, "(?m)^  r-cran-dendextend +not to be had: trees are drawn with the stand-in of tools/R")
+        self.assertRegex(done.stdout, "(?m)^  chromium +not to be had: WeasyPrint makes the PDF files")
+        self.assertEqual(done.stdout.count("not to be had"), 2)
+
+    def test_every_package_has_a_word_on_what_goes_without_it(self):
+        everything = DEFAULT_SET | GOOGLE_TEST | {"poppler-utils", "chromium"}
+        self.machine(root=True, release_lacks=sorted(everything))
+        done, lines = self.run_setup("--chromium", "--tests")
+        told = dict(re.findall(r"(?m)^  (\S+) +not to be had: (\w.+)$", done.stdout))
+        self.assertEqual(set(told), everything)
+        self.assertEqual(lines, ["apt-get -q update", "prove"])
+
+    def test_nobody_is_told_to_install_what_the_release_lacks(self):
+        self.machine("g++", "cmake", release_lacks=["python3"])
+        done, _ = self.run_setup("--text")
+        self.assertEqual(done.returncode, 1)
+        self.assertIn("--no-install-recommends ninja-build\n", done.stderr)
+
+    def with_r(self, has_dendextend=False):
+        """An R that can install packages and has the real dendextend or not."""
+        write(os.path.join(self.bin, "Rscript"), f"#!/bin/sh\nexit {0 if has_dendextend else 1}\n", executable=True)
+        self.stand_in("R", 'echo R "$@"; mkdir "${4#--library=}/dendextend"')
+
+    def test_the_stand_in_is_installed_where_r_lacks_the_real_package(self):
+        library = self.path("project", "build", "R-library")
+        command = f"R CMD INSTALL --no-docs --library={library} {self.path('project', 'tools', 'R', 'dendextend')}"
+        self.machine(*DEFAULT_SET - {"r-cran-dendextend"}, release_lacks=["r-cran-dendextend"])
+        self.with_r()
+        for arguments, expected in ((["--if-missing"], [command, "prove"]),     # neither root nor sudo is asked for
+                                    (["--if-missing"], []),
+                                    ([], [command, "prove"])):
+            with self.subTest(arguments):
+                write(self.log, "")
+                done, lines = self.run_setup(*arguments)
+                self.assertEqual((done.returncode, lines), (0, expected), done.stderr)
+
+    def test_the_real_package_takes_the_place_of_the_stand_in(self):
+        stand_in = self.path("project", "build", "R-library", "dendextend")
+        os.makedirs(stand_in)
+        self.machine(*DEFAULT_SET)
+        self.with_r(has_dendextend=True)
+        done, lines = self.run_setup()
+        self.assertEqual((done.returncode, lines), (0, ["prove"]), done.stderr)
+        self.assertFalse(os.path.exists(stand_in))
+
+    def test_a_real_package_from_elsewhere_will_do(self):
+        self.machine(*DEFAULT_SET - {"r-cran-dendextend"}, release_lacks=["r-cran-dendextend"])
+        self.with_r(has_dendextend=True)
+        self.assertEqual(self.run_setup("--if-missing")[1], [])
+
+    def test_text_needs_no_stand_in(self):
+        self.machine(*TEXT_SET)
+        self.with_r()
+        self.assertEqual(self.run_setup("--text")[1], ["prove --text"])
 
     def test_others_install_through_sudo(self):
         self.machine("g++", sudo=True)
@@ -102,7 +176,7 @@ class Setup(ScriptTest):
                 done, lines = self.run_setup("--text")
                 self.assertEqual(done.returncode, 1)
                 self.assertIn("    apt-get update && apt-get install -y --no-install-recommends "
-                              "ninja-build libgtest-dev libgmock-dev\n", done.stderr)
+                              "ninja-build\n", done.stderr)
                 self.assertFalse([line for line in lines if line.startswith(("apt-get", "prove"))])
 
     def test_a_failed_installation_ends_it(self):
@@ -135,7 +209,19 @@ class Setup(ScriptTest):
     def test_a_system_without_debian_packages_gets_their_names(self):
         done, _ = self.run_setup("--text")
         self.assertEqual(done.returncode, 1)
-        self.assertIn("g++ cmake ninja-build libgtest-dev libgmock-dev python3", done.stderr)
+        self.assertIn("g++ cmake ninja-build python3", done.stderr)
+
+    def test_check_tells_what_is_missing(self):
+        self.machine(*DEFAULT_SET - {"r-cran-dendextend", "php-cli"}, release_lacks=["r-cran-dendextend"])
+        self.with_r()
+        done, lines = self.run_setup("--check")
+        self.assertEqual((done.returncode, lines), (0, ["prove"]), done.stderr)
+        self.assertRegex(done.stdout, "(?m)^  r-cran-dendextend +not to be had: trees are drawn with the stand-in")
+        self.assertRegex(done.stdout, "(?m)^  php-cli +not installed: no PDF files are made$")
+
+    def test_check_tells_nothing_where_all_is_there(self):
+        self.machine(*DEFAULT_SET)
+        self.assertEqual(self.run_setup("--check")[0].stdout, "")
 
     def test_refuses_unknown_options(self):
         for script in ("setup.sh", "demo.sh", "test.sh"):
