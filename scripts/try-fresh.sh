@@ -1,0 +1,170 @@
+#!/usr/bin/env bash
+# Tries demo.sh and test.sh on a fresh Debian: as root, in a new chroot that holds nothing but the base system.
+#
+#   try-fresh.sh SUITE     a Debian release by name: bookworm, trixie
+#
+#   --demo-only            leaves test.sh out
+#   --text                 both scripts with --text
+#   --keep                 leaves the chroot there and says where
+#   --mirror URL           where packages come from; otherwise the mirror of this machine's own package sources
+#
+# What is tried is the last commit. Needs debootstrap, some 3 GB of room below TMPDIR (or /var/tmp), and a mirror
+# within reach; apt in the chroot gets the proxies and certificates of this machine's apt. Says for each script
+# how long it took and what is installed by then. Exit status 0 when all of them ended well.
+set -euo pipefail
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+# shellcheck source=common.sh
+source "$here/common.sh"
+
+inside_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
+
+# run_inside ROOT COMMAND...: a command in the chroot, with mounts and processes of its own. Both are gone with it,
+# whichever way it ends, so that nothing mounted is left to be removed by mistake.
+run_inside() {
+    unshare --mount --pid --fork --kill-child -- bash "$here/try-fresh.sh" --inside "$@" &
+    inside=$!
+    # A signal ends this waiting at once, which it would not do to a command in the foreground.
+    local status=0
+    wait "$inside" || status=$?
+    inside=""
+    return "$status"
+}
+
+# enter ROOT COMMAND...: the inner half of run_inside.
+enter() {
+    local root=$1
+    shift
+    mount -t proc proc "$root/proc"
+    mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+    mount -t tmpfs tmpfs "$root/dev/shm"
+    exec chroot "$root" /usr/bin/env -i HOME=/root PATH="$inside_path" "$@" < /dev/null
+}
+
+suite="" mirror="" demo_only=false keep=false choice=()
+while (( $# > 0 )); do
+    case $1 in
+        --inside) shift; enter "$@" ;;
+        --help) usage_of "$0"; exit 0 ;;
+        --demo-only) demo_only=true ;;
+        --text) choice=(--text) ;;
+        --keep) keep=true ;;
+        --mirror)
+            (( $# > 1 )) || wrong_use "--mirror needs an address"
+            mirror=$2
+            shift
+            ;;
+        -*) wrong_use "unknown option $1" ;;
+        *)
+            [[ -z $suite ]] || wrong_use "one release at a time"
+            suite=$1
+            ;;
+    esac
+    shift
+done
+[[ -n $suite ]] || wrong_use "a release must be named, such as trixie"
+[[ $suite =~ ^[a-z]+$ ]] || wrong_use "$suite is no name of a release"
+[[ $(id -u) == 0 ]] || fail "only root can make a chroot"
+for tool in debootstrap unshare git; do
+    command -v "$tool" > /dev/null || fail "$tool is not installed"
+done
+
+# own_mirror: where this machine has its Debian packages from, by apt's own account.
+own_mirror() {
+    # shellcheck disable=SC2016  # the fields are apt-get's
+    apt-get indextargets --format '$(REPO_URI) $(LABEL)' 'Created-By: Packages' 2> /dev/null |
+        awk '$2 == "Debian" || $1 ~ /\/debian\/?$/ { print $1; exit }'
+}
+
+if [[ -z $mirror ]]; then
+    mirror="$(own_mirror)"
+    [[ -n $mirror ]] || fail "apt has no Debian mirror here; name one with --mirror"
+fi
+
+# apt_settings: what this machine's apt needs to fetch anything, but none of its hooks.
+apt_settings() {
+    local scheme proxy
+    apt-config dump | grep -E '^Acquire::(http|https|Check-)' || true
+    for scheme in http https; do
+        proxy="${scheme}_proxy"
+        [[ -z ${!proxy:-} ]] || printf 'Acquire::%s::Proxy "%s";\n' "$scheme" "${!proxy}"
+    done
+}
+
+# copy_inside PATH: a file or folder of this machine to the same place of the chroot, where it is there.
+copy_inside() {
+    [[ -e $1 ]] || return 0
+    mkdir -p "$root$(dirname "$1")"
+    cp -RL --remove-destination "$1" "$root$(dirname "$1")/"
+}
+
+# make_chroot: the base system, apt ready to fetch, and a clean copy of the project.
+make_chroot() {
+    local certificates
+    say "Making a bare $suite in $root"
+    debootstrap --variant=minbase "$suite" "$root" "$mirror" > "$root.log" 2>&1 ||
+        { tail -n 20 "$root.log" >&2; fail "debootstrap did not end well"; }
+    copy_inside /etc/resolv.conf
+    copy_inside /etc/hosts
+    echo "deb $mirror $suite main" > "$root/etc/apt/sources.list"
+    apt_settings > "$root/etc/apt/apt.conf.d/90try-fresh"
+    copy_inside /etc/ssl/certs/ca-certificates.crt
+    while read -r certificates; do
+        copy_inside "$certificates"
+    done < <(sed -n 's/^Acquire::.*::CaInfo "\(.*\)";/\1/p' "$root/etc/apt/apt.conf.d/90try-fresh")
+    mkdir -p "$root/root/varnolix"
+    git -C "$project" -c safe.directory='*' archive HEAD | tar -x -C "$root/root/varnolix"
+    [[ -z $(git -C "$project" -c safe.directory='*' status --porcelain) ]] ||
+        say "Changes that are not committed are left out"
+}
+
+# megabytes WORD...: what du finds, in MB of a million bytes; no mount is to be seen out here.
+megabytes() {
+    du -s --block-size=1000000 "$@" | cut -f 1
+}
+
+# fetched, on_disk: what apt has brought, and what the system takes without that and the project.
+fetched() {
+    megabytes "$root/var/cache/apt/archives"
+}
+on_disk() {
+    megabytes --exclude="$root/var/cache/apt" --exclude="$root/var/lib/apt/lists" --exclude="$root/root" "$root"
+}
+
+# try SCRIPT: runs one of the two, tells time and sizes; false where it fails.
+try() {
+    local start=$SECONDS result=passed
+    say "$suite: $1${choice[*]:+ ${choice[*]}}"
+    run_inside "$root" "/root/varnolix/scripts/$1" "${choice[@]}" || result="FAILED (status $?)"
+    summary+=("$(printf '%s %s: %s after %d s; by then %d MB fetched, %d MB more on disk' "$suite" \
+                        "$1${choice[*]:+ ${choice[*]}}" "$result" $((SECONDS - start)) "$(fetched)" \
+                        $(( $(on_disk) - bare )))")
+    [[ $result == passed ]]
+}
+
+root="$(mktemp -d "${TMPDIR:-/var/tmp}/varnolix-$suite-XXXXXX")"
+inside=""
+# clean_up: also runs after a signal, and then ends what still runs inside.
+clean_up() {
+    [[ -z $inside ]] || kill -KILL "$inside" 2> /dev/null || true
+    rm -f "$root.log"
+    if $keep; then
+        say "Kept: $root"
+        return
+    fi
+    # The last of its processes may still write while it is killed.
+    rm -rf --one-file-system "$root" 2> /dev/null || { sleep 2; rm -rf --one-file-system "$root"; }
+}
+trap clean_up EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+
+make_chroot
+bare="$(on_disk)"
+summary=() passed=true
+try demo.sh || passed=false
+if ! $demo_only; then
+    try test.sh || passed=false
+fi
+say "What was tried"
+printf '  %s\n' "${summary[@]}"
+$passed || fail "not all went well on $suite"
