@@ -103,6 +103,7 @@ make_chroot() {
     say "Making a bare $suite in $root"
     debootstrap --variant=minbase "$suite" "$root" "$mirror" > "$root.log" 2>&1 ||
         { tail -n 20 "$root.log" >&2; fail "debootstrap did not end well"; }
+    rm -f "$root"/var/cache/apt/archives/*.deb
     copy_inside /etc/resolv.conf
     copy_inside /etc/hosts
     echo "deb $mirror $suite main" > "$root/etc/apt/sources.list"
@@ -117,7 +118,7 @@ make_chroot() {
         say "Changes that are not committed are left out"
 }
 
-# megabytes WORD...: what du finds, in MB of a million bytes; no mount is to be seen out here.
+# megabytes ARGUMENT...: what du finds, in MB of a million bytes; no mount is to be seen out here.
 megabytes() {
     du -s --block-size=1000000 "$@" | cut -f 1
 }
