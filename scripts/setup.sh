@@ -129,6 +129,8 @@ install_packages() {
         tell_missing "${lacking[@]}"
     fi
     (( ${#known[@]} > 0 )) || return 0
+    # WebLogo comes with SciPy, which in Debian 12 wants some BLAS to build with: left to itself apt takes a large one.
+    [[ " ${known[*]} " != *" python3-weblogo "* ]] || known+=(libblas-dev)
     say "Installing by apt: ${known[*]}"
     # shellcheck disable=SC2086
     $prefix env DEBIAN_FRONTEND=noninteractive \
