@@ -126,7 +126,7 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 export PATH="$project/tools/bin:$PATH" VARNOLIX_TOOLS="$project/tools"
 if [[ -d $r_library ]]; then
-    export R_LIBS="${R_LIBS:+$R_LIBS:}$r_library"
+    export R_LIBS="$r_library${R_LIBS:+:$R_LIBS}"
 fi
 
 say "Proof"
