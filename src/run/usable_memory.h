@@ -6,7 +6,7 @@
 
 namespace varnolix {
 
-/// Bytes that this process may use: the machine's memory, or the limit on the process where that is lower.
+/// Bytes that the plan of memory shares out: all that this process may have.
 std::size_t usableMemory();
 
 }  // namespace varnolix

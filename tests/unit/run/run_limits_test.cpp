@@ -1,0 +1,78 @@
+#include "run/run_limits.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <cstdlib>
+#include <stdexcept>
+#include <vector>
+
+namespace varnolix {
+namespace {
+
+const ::testing::ExitedWithCode endedEarly(1);
+
+TEST(RunLimitsDeathTest, TooManyEndInWords) {
+    requireAtMost(5, 5, "motifs");
+    EXPECT_EXIT(requireAtMost(6, 5, "motifs"), endedEarly, "^Error: more than 5 motifs\\.\n$");
+}
+
+TEST(RunLimitsDeathTest, NothingButTheSentenceIsWritten) {
+    EXPECT_EXIT(endForLack("this and that"), endedEarly, "^Error: this and that\\.\n$");
+}
+
+// The sanitizers end a process themselves that asks for too much.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+
+/// More than any machine has.
+void takeTooMuch() {
+    volatile std::size_t bytes = std::size_t{1} << 60U;
+    delete[] new char[bytes];
+}
+
+void askForMoreThanCanBe() {
+    std::vector<double> numbers;
+    volatile std::size_t count = numbers.max_size();
+    numbers.reserve(count + 1);
+}
+
+[[noreturn]] void runOnTwoThreads(void (*work)()) {
+    endWhereMemoryEnds();
+#pragma omp parallel num_threads(2)
+    work();
+    std::_Exit(0);
+}
+
+class MemoryEndDeathTest : public ::testing::Test {
+  protected:
+    // Threads of other tests are not there in a plain copy of the process.
+    MemoryEndDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
+    ~MemoryEndDeathTest() override { GTEST_FLAG_SET(death_test_style, "fast"); }
+};
+
+TEST_F(MemoryEndDeathTest, NoMemoryEndsInWords) {
+    const auto run = [](void (*work)()) {
+        endWhereMemoryEnds();
+        work();
+    };
+    EXPECT_EXIT(run(takeTooMuch), endedEarly, "^Error: not enough memory for this job\\.\n");
+    EXPECT_EXIT(run(askForMoreThanCanBe), endedEarly, "^Error: not enough memory for this job\\.\n");
+}
+
+TEST_F(MemoryEndDeathTest, NorOnTheThreadsOfARegion) {
+    EXPECT_EXIT(runOnTwoThreads(takeTooMuch), endedEarly, "^Error: not enough memory for this job\\.\n");
+    EXPECT_EXIT(runOnTwoThreads(askForMoreThanCanBe), endedEarly, "^Error: not enough memory for this job\\.\n");
+}
+
+TEST_F(MemoryEndDeathTest, OtherFaultsStayFaults) {
+    const auto run = [] {
+        endWhereMemoryEnds();
+        throw std::logic_error("a fault");
+    };
+    EXPECT_EXIT(run(), ::testing::KilledBySignal(SIGABRT), "");
+}
+
+#endif
+
+}  // namespace
+}  // namespace varnolix
