@@ -5,6 +5,7 @@
 
 #include "database/collections.h"
 #include "input/readTransfacInput.h"
+#include "run/run_limits.h"
 #include "run/run_text.h"
 
 namespace varnolix {
@@ -37,6 +38,8 @@ std::vector<double> rowValues(std::span<const std::string_view> tokens) {
 }
 
 void appendReference(std::vector<data>& motifs, data motif) {
+    requireAtMost(motifs.size() + 1, mostMotifs, "motifs");
+    requireAtMost(motif.matrix.size(), mostColumns, "positions of a motif");
     motif.matrixID = static_cast<int>(motifs.size()) + 1;
     motif.motifNum = motif.matrixID;
     motif.datasetNum = 1;

@@ -1,5 +1,7 @@
 #include "input/input_block.h"
 
+#include <sys/stat.h>
+
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
@@ -8,6 +10,8 @@
 #include "input/getConsensusString.h"
 #include "input/getRevCompMotif.h"
 #include "run/checks.h"
+#include "run/memory_limits.h"
+#include "run/run_limits.h"
 
 namespace varnolix {
 
@@ -42,11 +46,25 @@ std::string_view stripLineEnd(std::string_view line) {
 }
 
 bool readWholeFile(const std::string& path, std::string& text) {
+    // Asked before it is opened, as devices may be moved by that alone.
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0 || !(S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode))) return false;
     std::ifstream file(path, std::ios::binary);
     if (!file.is_open()) return false;
+    // What is made of a text takes memory beside it. A text that grows is copied, so both stand for a moment.
+    const std::size_t most = memoryLeft() / 2;
+    const auto requireRoom = [&](std::size_t size) {
+        if (size > most) endForLack("the file " + path + " does not fit the memory");
+    };
     text.clear();
+    if (S_ISREG(status.st_mode)) {
+        requireRoom(static_cast<std::size_t>(status.st_size));
+        text.reserve(static_cast<std::size_t>(status.st_size));
+    }
     std::vector<char> part(std::size_t{1} << 20);
     while (file.read(part.data(), static_cast<std::streamsize>(part.size())) || file.gcount() > 0) {
+        const std::size_t size = text.size() + static_cast<std::size_t>(file.gcount());
+        requireRoom(size > text.capacity() ? size + text.capacity() : size);
         text.append(part.data(), static_cast<std::size_t>(file.gcount()));
     }
     return true;
@@ -100,6 +118,8 @@ void deriveForms(data& motif) {
 }
 
 void appendMotif(std::string name, Matrix matrix, int fileIndex) {
+    requireAtMost(Datasets.size() + 1, mostMotifs, "motifs");
+    requireAtMost(matrix.size(), mostColumns, "positions of a motif");
     FileNameType[static_cast<std::size_t>(fileIndex)].motifCount = mNum;
     Matrices.matrixID = matrixIDNum;
     Matrices.motifName = std::move(name);

@@ -34,7 +34,8 @@ void forEachLine(std::string_view text, Use use) {
     }
 }
 
-/// The whole file, or nothing if it cannot be opened. What opens but cannot be read, such as a folder, is empty.
+/// The whole file. False if it cannot be opened, or is neither a regular file nor a pipe: folders hold no text, devices
+/// may never end. One that does not fit the memory ends the run.
 bool readWholeFile(const std::string& path, std::string& text);
 
 /// The value as strtod reads it; 0 where it cannot.

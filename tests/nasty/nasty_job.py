@@ -38,11 +38,11 @@ def sized(count):
     return int(count * SIZE)
 
 
-def answers(folder, names, cutoff):
-    """The dialogue for these files: one thread, ten best matches, text reports, neither collection nor tree."""
+def answers(folder, names, cutoff, tree):
+    """The dialogue for these files: two threads, ten best matches, text reports, no collection."""
     files = "".join("%s\n10\n" % name for name in names)
-    return "%d\n10\n10\n%s\n2\n%s/motifs/\n%s14\nN\nN\nAll\nText\n%s/result/\n" % (
-        len(names), cutoff, folder, files, folder)
+    return "%d\n10\n10\n%s\n2\n%s/motifs/\n%s14\n%s\nN\nAll\nText\n%s/result/\n" % (
+        len(names), cutoff, folder, files, tree, folder)
 
 
 def counts_of(console):
@@ -53,10 +53,11 @@ def counts_of(console):
     return {row[:-width].rstrip(): int(row[-width:].split()[0]) for row in rows}
 
 
-def confine():
-    """In the child: a process group of its own and a bound on what it can write."""
+def confine(bounds):
+    """In the child: a process group of its own, a bound on what it can write, and these (bytes by resource)."""
     os.setpgid(0, 0)
-    resource.setrlimit(resource.RLIMIT_FSIZE, (MOST_WRITTEN, MOST_WRITTEN))
+    for limited, most in {resource.RLIMIT_FSIZE: MOST_WRITTEN, **bounds}.items():
+        resource.setrlimit(limited, (most, most))
 
 
 def wait_or_stop(process, limit):
@@ -86,15 +87,16 @@ class NastyTest(unittest.TestCase):
         with open(self.path("motifs", name), "wb") as file:
             file.writelines(parts)
 
-    def run_on(self, *names, limit=10, cutoff="0.9"):
-        """Runs the program on motif files that stand already."""
+    def run_on(self, *names, limit=10, cutoff="0.9", tree="N", bounds=None, environment=None):
+        """Runs the program on motif files that stand already; bounds and environment are added to those it has."""
         shutil.rmtree(self.path("result"), ignore_errors=True)
         os.mkdir(self.path("result"))
         with open(self.path("answers"), "w", encoding="utf-8") as file:
-            file.write(answers(self.folder, names, cutoff))
+            file.write(answers(self.folder, names, cutoff, tree))
         with open(self.path("answers"), "rb") as asked, open(self.path("console"), "wb") as console:
             process = subprocess.Popen([PROGRAM], stdin=asked, stdout=console, stderr=subprocess.STDOUT,
-                                       cwd=self.folder, preexec_fn=confine)
+                                       cwd=self.folder, preexec_fn=lambda: confine(bounds or {}),
+                                       env={**os.environ, **(environment or {})})
             status = wait_or_stop(process, limit * PATIENCE)
         with open(self.path("console"), encoding="latin-1", newline="") as file:
             console = file.read()

@@ -5,7 +5,6 @@ import unittest
 
 from nasty_job import GOOD, MEGABYTE, NastyTest
 
-INSUFFICIENT = "Error: insufficient number of motifs.\n"
 NOT_OPENED = "Invalid input path or file name.\n"
 HIGH_BYTES = bytes(range(0x80, 0x100))
 
@@ -63,19 +62,19 @@ class OddFiles(NastyTest):
     """Names of files that are none, or none that can be read."""
 
     def test_folder(self):
-        """A folder opens but holds no line."""
+        """A folder opens but is no file."""
         os.mkdir(self.path("motifs", "folder.txt"))
-        self.check_refused(INSUFFICIENT, "folder.txt")
+        self.check_refused(NOT_OPENED, "folder.txt")
 
     def test_folder_beside_motifs(self):
-        """It counts as a file without motifs."""
+        """The run ends, though the other file is good."""
         os.mkdir(self.path("motifs", "folder.txt"))
         self.write("good.txt", GOOD)
-        self.assertEqual(self.run_on("folder.txt", "good.txt").counts, {"folder.txt": 0, "good.txt": 2})
+        self.check_refused(NOT_OPENED, "good.txt", "folder.txt")
 
     def test_empty_name(self):
         """An empty name is the input folder itself."""
-        self.check_refused(INSUFFICIENT, "")
+        self.check_refused(NOT_OPENED, "")
 
     def test_missing(self):
         """The run ends, though the first file was good."""
@@ -91,9 +90,9 @@ class OddFiles(NastyTest):
         self.check_count(0, b"\n" * 10 * MEGABYTE)
 
     def test_no_device(self):
-        """The empty device is an empty file."""
+        """A device, even the empty one, is no file."""
         os.symlink("/dev/null", self.path("motifs", "null.txt"))
-        self.check_refused(INSUFFICIENT, "null.txt")
+        self.check_refused(NOT_OPENED, "null.txt")
 
     def test_without_permission(self):
         """What the user may not read ends the run; root may read everything."""

@@ -23,12 +23,11 @@ def tokens_of(line):
 
 
 def file_lines(path):
-    """Lines as getline gives them, and whether the last one had a line end; None if the file does not open."""
+    """Lines as getline gives them, and whether the last one had a line end; None if the file does not open or is
+    neither a regular file nor a pipe."""
     try:
         with open(file_path(path), "rb") as file:
             text = file.read().decode("latin-1")
-    except IsADirectoryError:
-        text = ""
     except OSError:
         return None
     return text.split("\n")

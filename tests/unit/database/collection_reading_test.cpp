@@ -64,6 +64,40 @@ TEST(MotifsOfBaseRows, MissingValuesCountZero) {
               (Matrix{{0.25, 0.25, 0.25, 0.25}, {1, 0, 0, 0}}));
 }
 
+TEST(MotifsOfBaseRows, WithoutAnARowThereIsNoPosition) {
+    // There are as many positions as the A row has values.
+    const std::vector<data> motifs =
+        motifsOfBaseRows(blockOf({">a", "C 1", "G 1", "T 1",        //
+                                  ">b", "A 1 2", "C 1 0", "G 1 0",  // not closed: the next header begins anew
+                                  ">c", "C 1 0", "G 1 0", "T 1 2",  //
+                                  ">d", "A 1", "C 0", "G 0", "T 0"}),
+                         "");
+    ASSERT_EQ(motifs.size(), 3U);
+    EXPECT_EQ(motifs[0].motifID, "a");
+    EXPECT_TRUE(motifs[0].matrix.empty());
+    EXPECT_EQ(motifs[0].consensus, "");
+    EXPECT_EQ(motifs[1].motifID, "c");
+    EXPECT_TRUE(motifs[1].matrix.empty());
+    EXPECT_EQ(motifs[2].matrix, (Matrix{{1, 0, 0, 0}}));
+}
+
+TEST(MotifsOfBaseRows, RowsBehindATRowAreAnotherMotifOfTheSameHeader) {
+    const std::vector<data> motifs = motifsOfBaseRows(blockOf({">a name", "A 1 1", "C 0 1", "G 0 1", "T 0 1",  //
+                                                               "A 0", "C 3", "G 0", "T 1",                     //
+                                                               "C 1", "G 1", "T 2"}),
+                                                      "Plants");
+    ASSERT_EQ(motifs.size(), 3U);
+    for (const data& motif : motifs) {
+        EXPECT_EQ(motif.motifID, "a");
+        EXPECT_EQ(motif.motifName, "name");
+        EXPECT_EQ(motif.taxon, "Plants");
+    }
+    EXPECT_EQ(motifs[0].matrix, (Matrix{{1, 0, 0, 0}, {0.25, 0.25, 0.25, 0.25}}));
+    EXPECT_EQ(motifs[1].matrix, (Matrix{{0, 0.75, 0, 0.25}}));
+    // The third has no A row of its own.
+    EXPECT_TRUE(motifs[2].matrix.empty());
+}
+
 const std::initializer_list<std::string_view> twoEntries = {
     "AC M00001",
     "XX",

@@ -1,5 +1,10 @@
 #include "input/input_block.h"
 
+#include <sys/stat.h>
+
+#include <fstream>
+#include <thread>
+
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -60,10 +65,25 @@ TEST_F(ReadWholeFileTest, ReadsFilesLongerThanItsBuffer) {
     EXPECT_TRUE(text == bytes);
 }
 
-TEST_F(ReadWholeFileTest, FolderReadsAsEmptyFile) {
-    std::string text = "old";
-    ASSERT_TRUE(readWholeFile(folder(), text));
-    EXPECT_EQ(text, "");
+TEST_F(ReadWholeFileTest, OnlyRegularFilesAndPipesAreRead) {
+    std::string text;
+    EXPECT_FALSE(readWholeFile(folder(), text));
+    EXPECT_FALSE(readWholeFile("/dev/zero", text));
+    EXPECT_FALSE(readWholeFile("/dev/null", text));
+    const std::string pipe = folder() + "pipe";
+    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(pipe) << "through the pipe"; });
+    EXPECT_TRUE(readWholeFile(pipe, text));
+    writer.join();
+    EXPECT_EQ(text, "through the pipe");
+}
+
+TEST_F(ReadWholeFileTest, FileThatDoesNotFitEndsTheRun) {
+    write("sparse.txt", "");
+    std::filesystem::resize_file(folder() + "sparse.txt", std::uintmax_t{1} << 42U);
+    std::string text;
+    EXPECT_EXIT(readWholeFile(folder() + "sparse.txt", text), ::testing::ExitedWithCode(1),
+                "^Error: the file .*sparse.txt does not fit the memory\\.\n$");
 }
 
 TEST_F(ReadWholeFileTest, MissingFileIsReported) {
