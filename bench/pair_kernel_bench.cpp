@@ -28,10 +28,11 @@ std::size_t runKernel(std::size_t stride, KernelCode code, std::size_t& keptCoun
     static const KernelMotifs prepared(motifs());
     static const CutoffTable table(cutoff);
     std::vector<ScoredShift> kept;
+    KernelScratch scratch;
     std::size_t pairs = 0;
     for (std::size_t i = 0; i < motifCount; i += stride) {
         kept.clear();
-        scoreShifts(prepared, i, prepared, i + 1, motifCount, table, OuterMotif::left, kept, code);
+        scoreShifts(prepared, i, prepared, i + 1, motifCount, table, OuterMotif::left, kept, scratch, code);
         benchmark::DoNotOptimize(kept.data());
         keptCount += kept.size();
         pairs += motifCount - i - 1;

@@ -79,10 +79,11 @@ std::size_t bareKernel() {
 #pragma omp parallel reduction(+ : kept)
     {
         std::vector<ScoredShift> row;
+        KernelScratch scratch;
 #pragma omp for schedule(dynamic)
         for (std::size_t left = 0; left < Datasets.size(); ++left) {
             row.clear();
-            scan.scanPartners(left, left + 1, Datasets.size(), OuterMotif::left, row);
+            scan.scanPartners(left, left + 1, Datasets.size(), OuterMotif::left, row, scratch);
             kept += row.size();
         }
     }
@@ -94,7 +95,7 @@ void rankOnly() {
     const RecordSource records = DatasetsCombinedScoreLists.empty()
                                      ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
                                      : heldInputRecords(DatasetsCombinedScoreLists);
-    rankInput(records, Datasets, {numBestMatches, numFile > 1, false});
+    rankInput(records, Datasets, {numBestMatches, numFile > 1, false, false});
 }
 
 void writeReports() {

@@ -1,5 +1,6 @@
 #include "rank/alignment_keys.h"
 
+#include "run/run_limits.h"
 #include "scan/region_rule.h"
 #include "scan/score_bounds.h"
 
@@ -49,6 +50,7 @@ class KeyWriter {
 template <bool bothSlide>
 std::span<SortKey> listKeys(std::span<const ScoredShift> shifts, ListedMotif motif,
                             std::span<const ListedMotif> partners, KeyRooms& rooms) {
+    requireAtMost(shifts.size(), mostAlignmentsOfMotif, "alignments of a motif");
     scoreAlignments(shifts, motif, partners, rooms);
     const std::size_t mostForward = shifts.size() * (bothSlide ? 2 : 1);
     KeyWriter forward(rooms.keys, 2 * mostForward);

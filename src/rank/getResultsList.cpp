@@ -14,6 +14,7 @@
 #include "report/result_text.h"
 #include "run/memory_plan.h"
 #include "run/shared_records.h"
+#include "tree/tree_plot.h"
 
 namespace varnolix {
 
@@ -120,7 +121,8 @@ void getResultsList() {
     const RecordSource source = DatasetsCombinedScoreLists.empty()
                                     ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
                                     : heldInputRecords(DatasetsCombinedScoreLists);
-    InputRankings rankings = rankInput(source, Datasets, {numBestMatches, numFile > 1, motifCluster == "Y"});
+    InputRankings rankings =
+        rankInput(source, Datasets, {numBestMatches, numFile > 1, isLocalTreeDrawn(), isGlobalTreeDrawn()});
     if (motifCluster == "Y") keepDistances(rankings);
     const RecordLists& localMatches = rankings.local.bestMatches;
     const RecordLists& globalMatches = rankings.global.bestMatches;

@@ -1,8 +1,11 @@
 #include "rank/input_ranking.h"
 
 #include <algorithm>
+#include <atomic>
 #include <iterator>
 #include <limits>
+
+#include "tree/distance_table.h"
 
 namespace varnolix {
 
@@ -12,14 +15,18 @@ constexpr double noScore = std::numeric_limits<double>::infinity();
 
 void prepareDistances(DistanceTable& table, const std::vector<data>& motifs) {
     for (const data& motif : motifs) table.labels.push_back(motif.motifName);
-    table.lowestScores.assign(motifs.size() * motifs.size(), noScore);
+    table.lowestScores.assign(pairsOf(motifs.size()), noScore);
 }
 
-/// Lowers the cells of one row to the lowest combinedScore per partner. Rows are written by one thread each; the table
-/// is made symmetrical when it is written out.
+/// Lowers the cells of the motif's pairs to the lowest combinedScore. The threads of both motifs of a pair meet at its
+/// cell; the least of all is the same in whatever order they come.
 void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const SortKey> keys) {
-    double* row = table.lowestScores.data() + motif * table.labels.size();
-    for (const SortKey& key : keys) row[key.partner()] = std::min(row[key.partner()], key.score());
+    for (const SortKey& key : keys) {
+        const std::atomic_ref<double> lowest(table.lowestScores[pairCell(motif, key.partner())]);
+        double known = lowest.load(std::memory_order_relaxed);
+        while (key.score() < known && !lowest.compare_exchange_weak(known, key.score(), std::memory_order_relaxed)) {
+        }
+    }
 }
 
 /// What a thread works with.
@@ -35,7 +42,7 @@ class MotifRanker {
     MotifRanker(const RecordSource& source, const RankingSettings& settings) : source_(source), settings_(settings) {}
 
     void rank(InputRanking& ranking, std::size_t motif, std::span<SortKey> keys, RankingScratch& scratch) const {
-        if (settings_.isDistancesAsked) lowerDistances(ranking.distances, motif, keys);
+        if (!ranking.distances.labels.empty()) lowerDistances(ranking.distances, motif, keys);
         ranking.bestMatches[motif] = selectBestMatches(
             keys, inputRule(settings_.mostMatches, motif == 0), scratch.seen,
             [](const SortKey& key) { return key.partner(); },
@@ -53,8 +60,10 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
     InputRankings rankings;
     for (InputRanking* ranking : {&rankings.local, &rankings.global}) {
         ranking->bestMatches.resize(motifs.size());
-        if (settings.isDistancesAsked) prepareDistances(ranking->distances, motifs);
     }
+    if (settings.isLocalTreeAsked) prepareDistances(rankings.local.distances, motifs);
+    if (settings.isGlobalTreeAsked) prepareDistances(rankings.global.distances, motifs);
+    const bool isTreeAsked = settings.isLocalTreeAsked || settings.isGlobalTreeAsked;
     std::vector<int> datasetNums;
     datasetNums.reserve(motifs.size());
     for (const data& motif : motifs) datasetNums.push_back(motif.datasetNum);
@@ -62,7 +71,7 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
     std::vector<double> largest(motifs.size());
     forEachMotif<RankingScratch>(source, motifs.size(), [&](std::size_t motif, RankingScratch& scratch) {
         const std::span<SortKey> keys = scratch.records.keys;
-        if (settings.isDistancesAsked) {
+        if (isTreeAsked) {
             for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.score());
         }
         if (settings.isGlobalAsked) {

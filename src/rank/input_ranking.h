@@ -16,19 +16,20 @@ namespace varnolix {
 struct InputRanking {
     RecordLists bestMatches;  ///< element m - 1 belongs to motif m, empty lists among them
     std::vector<commonBestMatches> ranking;
-    DistanceTable distances;  ///< filled where the tree is asked for
+    DistanceTable distances;  ///< filled where its tree is asked for
 };
 
 struct RankingSettings {
     int mostMatches;
-    bool isGlobalAsked;     ///< several files
-    bool isDistancesAsked;  ///< the tree
+    bool isGlobalAsked;      ///< several files
+    bool isLocalTreeAsked;   ///< the tree of all records
+    bool isGlobalTreeAsked;  ///< the one across files; only with the global ranking
 };
 
 struct InputRankings {
     InputRanking local;
     InputRanking global;
-    double largestCombinedScore = 0.0;  ///< over all records; known where the tree is asked for
+    double largestCombinedScore = 0.0;  ///< over all records; known where a tree is asked for
 };
 
 /// Selects and ranks, the motifs shared out among the threads.

@@ -7,6 +7,7 @@
 
 #include "rank/alignment_keys.h"
 #include "run/record_fields.h"
+#include "run/run_limits.h"
 #include "scan/pair_scan.h"
 
 namespace varnolix {
@@ -30,6 +31,7 @@ struct RemadeBlocks {
     std::size_t last = 0;
     std::size_t runSize;
     ShiftRows rows;
+    std::vector<std::size_t> filled;
 
     RemadeBlocks(std::span<const data> motifs, double cutoff, std::size_t blockSize)
         : lists(motifs, motifs, cutoff), runSize(runSizeOf(blockSize)) {}
@@ -39,6 +41,7 @@ struct RemadeBlocks {
         last = lastOfBlock;
         rows = {};  // freed before the next rows take their memory
         rows = scanBlock(lists.scan, first, last);
+        filled = filledRows(rows);
     }
 
     /// All alignments of a motif of the block, by partner and shift.
@@ -49,14 +52,14 @@ struct RemadeBlocks {
         };
         const std::size_t firstOfRun = motif - (motif - first) % runSize;
         if (scratch.firstOfRun != firstOfRun) {
-            gatherEarlier(rows, first, firstOfRun, std::min(last, firstOfRun + runSize), scratch.earlier);
+            gatherEarlier(rows, filled, first, firstOfRun, std::min(last, firstOfRun + runSize), scratch.earlier);
             scratch.firstOfRun = firstOfRun;
         }
         shifts.clear();
-        lists.scan.scanPartners(motif, 0, first, OuterMotif::right, shifts);
+        lists.scan.scanPartners(motif, 0, first, OuterMotif::right, shifts, scratch.kernel);
         append(scratch.earlier[motif - firstOfRun]);
         append(rows[motif - first]);
-        lists.scan.scanPartners(motif, last, lists.partners.size(), OuterMotif::left, shifts);
+        lists.scan.scanPartners(motif, last, lists.partners.size(), OuterMotif::left, shifts, scratch.kernel);
     }
 
   private:
@@ -81,6 +84,7 @@ RecordSource heldRecords(const RecordLists& lists, PartnerID partnerID) {
         [&lists, partnerID](std::size_t motif, RecordScratch& scratch) {
             std::vector<SortKey>& room = scratch.rooms.keys;
             room.clear();
+            requireAtMost(lists[motif].size(), mostRecordsOfMotif, "records of a motif");
             for (const dataCombinedScore& record : lists[motif]) {
                 // The sliding motif is told so that places ascend in both directions: a list is in order as it stands.
                 const Sliding ascending = record.direction == Direction::forward ? Sliding::left : Sliding::right;
@@ -125,7 +129,8 @@ RecordSource remadeCollectionRecords(std::span<const data> motifs, std::span<con
     return unpreparedSource(
         [lists](std::size_t motif, RecordScratch& scratch) {
             scratch.shifts.clear();
-            lists->scan.scanPartners(motif, 0, lists->partners.size(), OuterMotif::left, scratch.shifts);
+            lists->scan.scanPartners(motif, 0, lists->partners.size(), OuterMotif::left, scratch.shifts,
+                                     scratch.kernel);
             scratch.keys = keysOfPairs(scratch.shifts, lists->motifs[motif], lists->partners, scratch.rooms);
         },
         [lists](std::size_t motif, const RecordScratch& scratch, const SortKey& key) {

@@ -29,6 +29,7 @@ struct RecordScratch {
     std::span<SortKey> keys;          ///< one a record; may be put into another order
     KeyRooms rooms;                   ///< where the keys lie
     std::size_t firstOfRun = static_cast<std::size_t>(-1);  ///< the run of motifs that the next lists belong to
+    KernelScratch kernel;
     ShiftRows earlier;  ///< for each motif of the run, its alignments with the motifs before it in the block
 };
 

@@ -53,6 +53,7 @@
 #include "run/memory_plan.h"
 #include "run/output_file.h"
 #include "run/runDialogue.h"
+#include "run/run_limits.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
 #include "scan/backwardScan.h"
@@ -71,6 +72,7 @@
 #include "tree/convertHTMLToPDFPhylogeneticTreeGlobal.h"
 #include "tree/getMotifCluster.h"
 #include "tree/getMotifClusterGlobal.h"
+#include "tree/tree_plot.h"
 #include "tree/writeFooterPhylogeneticTreeGlobalHTMLOrPDF.h"
 #include "tree/writeFooterPhylogeneticTreeHTMLOrPDF.h"
 #include "tree/writeHeaderPhylogeneticTreeGlobalHTMLOrPDF.h"
@@ -115,6 +117,7 @@ void mergeGroups(const RecordLists& groups, void (*mergeOne)(const std::vector<d
 
 int main() {
     letFileSizeLimitFailWrites();
+    endWhereMemoryEnds();
     // All answers are known behind this line, and so are the job's identity and all output names.
     runDialogue();
     const bool isText = writesText();
@@ -129,6 +132,7 @@ int main() {
     // From here on no input motif is added.
     readInput(FileNameType);
     if (Datasets.size() <= 1) endRun("Error: insufficient number of motifs.\n");
+    requireRoom(surelyNeededBytes());
     writeMotifInput();
     printFileNameTypeCount();
     std::cout << "Processing input ...\n";
@@ -164,9 +168,9 @@ int main() {
     getResultsList();
 
     // The trees are drawn. The page across files is written once behind each of them.
-    when(isTree && numFile > 1, getMotifClusterGlobal);
+    when(isGlobalTreeDrawn(), getMotifClusterGlobal);
     when(isTree && numFile > 1 && isPage, writePhylogeneticTreeGlobalHTMLOrPDF);
-    when(isTree && isAll, getMotifCluster);
+    when(isLocalTreeDrawn(), getMotifCluster);
     when(isTree && isAll && isPage, writePhylogeneticTreeGlobalHTMLOrPDF, writePhylogeneticTreeHTMLOrPDF);
 
     if (isCombined) {

@@ -2,11 +2,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <vector>
 
+#include "run/memory_limits.h"
+#include "run/run_limits.h"
 #include "run/usable_memory.h"
 #include "scan/pair_kernel.h"
 #include "scan/region_rule.h"
+#include "tree/distance_table.h"
+#include "tree/tree_plot.h"
 
 namespace varnolix {
 
@@ -41,6 +46,7 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
     const KernelMotifs kernelRights(someRights);
     const CutoffTable cutoffTable(cutoff);
     std::vector<ScoredShift> kept;
+    KernelScratch scratch;
     double alignments = 0;
     double sampledPairs = 0;
     for (std::size_t left = 0; left < someLefts.size(); ++left) {
@@ -48,7 +54,8 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
         for (std::size_t right = isOneList ? left + 1 : 0; right < someRights.size(); ++right) {
             ++sampledPairs;
             if (kernelLefts.isExact(left) && kernelRights.isExact(right)) {
-                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, cutoffTable, OuterMotif::left, kept);
+                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, cutoffTable, OuterMotif::left, kept,
+                            scratch);
             } else {
                 alignments += mostAlignments(someLefts[left], someRights[right]);
             }
@@ -70,6 +77,27 @@ std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes) 
     const double needed = alignments * sizeof(ScoredShift);
     const auto blocks = static_cast<std::size_t>(needed <= bytes ? 1 : std::ceil(std::sqrt(needed / bytes)));
     return std::max<std::size_t>(1, (motifs + blocks - 1) / blocks);
+}
+
+double surelyNeededBytes() {
+    // Both strands, each column with its levels, these once more in the groups.
+    constexpr double perColumn = 2 * (sizeof(KernelColumn) + 3 * sizeof(KernelLevels));
+    double columns = 0;
+    for (const data& motif : Datasets) {
+        if (motif.matrix.size() <= mostKernelColumns) columns += static_cast<double>(motif.matrix.size());
+    }
+    const int trees = (isLocalTreeDrawn() ? 1 : 0) + (isGlobalTreeDrawn() ? 1 : 0);
+    return columns * perColumn + trees * static_cast<double>(pairsOf(Datasets.size())) * sizeof(double);
+}
+
+void requireRoom(double bytes) {
+    const auto left = static_cast<double>(memoryLeft());
+    if (bytes <= left) return;
+    const auto inMegabytes = [](double amount) {
+        return std::to_string(std::llround(std::ceil(amount / 1e6))) + " MB";
+    };
+    endForLack("this job needs " + inMegabytes(bytes) + " of memory beside its motifs, and there are only " +
+               inMegabytes(left));
 }
 
 bool holdsInputRecords() {

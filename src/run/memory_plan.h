@@ -28,6 +28,13 @@ inline constexpr double alignmentShare = 1.0 / 16;
 /// @param alignments estimate of the alignments of all pairs of the list
 std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes);
 
+/// Bytes that a run of these input motifs and answers surely takes beside the motifs: their copies for the scan, and
+/// the tables of the trees.
+double surelyNeededBytes();
+
+/// Ends the run, in words, if so many bytes are more than what is left of the memory.
+void requireRoom(double bytes);
+
 /// True where the records of all pairs of input motifs fit the share of the memory.
 bool holdsInputRecords();
 

@@ -108,7 +108,7 @@ struct combinedMatrices {
 /// The lowest combinedScore of every pair of motifs, for the tree.
 struct DistanceTable {
     std::vector<std::string> labels;   ///< motif names; the writer of the table adds letter and number
-    std::vector<double> lowestScores;  ///< rows x columns, row m - 1 from the records stored first by motif m
+    std::vector<double> lowestScores;  ///< one half of the table, see tree/distance_table.h
     double unmatched = 0.0;            ///< stands where a pair has no record; above every score of the run
 };
 

@@ -40,24 +40,48 @@
 
 namespace varnolix {
 
+struct KernelScratch::Rooms {
+    kernel::Candidates candidates;
+    // Written before they are read, an element for each candidate.
+    std::array<kernel::Facing, kernel::Candidates::room> facing;
+    std::array<std::int64_t, kernel::Candidates::room> sums;
+    std::array<Orientation, kernel::Candidates::room> orientations;
+    std::array<std::uint16_t, kernel::Candidates::room> tied;
+    // The same for those that are tied.
+    std::array<std::int64_t, kernel::Candidates::room> challengingSums;
+    std::array<Orientation, kernel::Candidates::room> challengers;
+    // The results of a block of partners, and where those of each partner go.
+    std::vector<ScoredShift> scored;
+    std::array<std::size_t, KernelMotifs::blockSize + 1> starts;
+};
+static_assert(kernel::Candidates::room <= std::numeric_limits<std::uint16_t>::max());
+
+KernelScratch::KernelScratch() = default;
+KernelScratch::~KernelScratch() = default;
+KernelScratch::KernelScratch(KernelScratch&&) noexcept = default;
+KernelScratch& KernelScratch::operator=(KernelScratch&&) noexcept = default;
+
+KernelScratch::Rooms& KernelScratch::rooms() {
+    if (!rooms_) rooms_ = std::make_unique_for_overwrite<Rooms>();
+    return *rooms_;
+}
+
 namespace {
 
 using kernel::bitsPerRival;
 using kernel::Candidates;
+using kernel::columnsPastEnd;
 using kernel::LeftMotif;
 using kernel::oneRival;
 using kernel::Place;
 using kernel::Rivals;
 
 constexpr double unit = 0x1p-53;
-constexpr int cellsPerColumn = 4;
-constexpr double levelsPerOne = 255.0;
+constexpr int cellsPerColumn = kernel::cellsPerColumn;
+constexpr double levelsPerOne = kernel::levelsPerOne;
 
 // Extended precision must hold sums of 63 bits, as the 64-bit integers do.
 constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
-
-// Vector loads run up to this many columns past the end of a motif.
-constexpr std::size_t columnsPastEnd = 7;
 
 /// In units, like the sum: the scale by a power of two commutes with rounding.
 double meanInUnits(std::int64_t sum, int columns) {
@@ -74,6 +98,10 @@ bool isBetter(std::int64_t sum, std::int64_t best, int columns) {
     const std::int64_t lead = sum - best;
     return lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(best, columns));
 }
+
+// The longest motif's sum, and what it is divided by.
+static_assert(std::uint64_t{cellsPerColumn * mostKernelColumns} << 53U <=
+              static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
 
 std::int64_t mostUnits(int columns) {
     return static_cast<std::int64_t>(cellsPerColumn * columns) << 53;
@@ -117,17 +145,20 @@ bool takesPart(const KernelMotifs& motifs, std::size_t motif) {
 class Judge {
   public:
     Judge(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, const CutoffTable& cutoff,
-          OuterMotif outer, const kernel::Stages& stages, std::vector<ScoredShift>& kept)
+          OuterMotif outer, const kernel::Stages& stages, std::vector<ScoredShift>& kept, KernelScratch::Rooms& rooms)
         : left_{lefts.columns(i), lefts.levels(i), static_cast<int>(lefts.length(i))},
           rights_(rights),
           cutoff_(cutoff),
           outer_(outer),
           stages_(stages),
-          kept_(kept) {}
+          kept_(kept),
+          rooms_(rooms) {}
 
     /// Appends the results of the partners of a block, in order, as far as they lie within first .. last - 1.
     void takeBlock(std::size_t block, std::size_t first, std::size_t last) {
-        for (const KernelGroup& group : rights_.groups(block)) {
+        const std::span<const KernelGroup> groups = rights_.groups(block);
+        if (groups.empty()) return;
+        for (const KernelGroup& group : groups) {
             unsigned lanes = 0;
             for (std::size_t lane = 0; lane < group.lanes; ++lane) {
                 const bool isWanted = group.motifs[lane] >= first && group.motifs[lane] < last;
@@ -143,11 +174,11 @@ class Judge {
 
   private:
     void takeGroup(const kernel::Partners& partners) {
-        if (candidates_.count > kernel::candidateBatch) {
+        if (rooms_.candidates.count > kernel::candidateBatch) {
             judgeAll();
         }
         if (std::min(left_.length, static_cast<int>(partners.group.length)) <= kernel::mostFilteredColumns) {
-            stages_.filterShifts(left_, partners, cutoff_, candidates_);
+            stages_.filterShifts(left_, partners, cutoff_, rooms_.candidates);
             return;
         }
         for (std::size_t lane = 0; lane < kernelLanes; ++lane) {
@@ -162,67 +193,67 @@ class Judge {
         const int rightLength = static_cast<int>(rights_.length(partner));
         for (int shift = least - left_.length; shift <= rightLength - least; ++shift) {
             const int columns = kernel::overlapAt(shift, left_.length, rightLength).columns;
-            candidates_.rivals[candidates_.count] = kernel::allRivals;
-            candidates_.places[candidates_.count] = {partner, static_cast<std::int16_t>(shift),
-                                                     static_cast<std::uint16_t>(columns)};
-            ++candidates_.count;
+            rooms_.candidates.rivals[rooms_.candidates.count] = kernel::allRivals;
+            rooms_.candidates.places[rooms_.candidates.count] = {partner, static_cast<std::int16_t>(shift),
+                                                                 static_cast<std::uint16_t>(columns)};
+            ++rooms_.candidates.count;
         }
     }
 
     /// In passes of few steps each, so that the processor has several candidates under way.
     void judgeAll() {
         std::size_t ties = 0;
-        for (std::size_t n = 0; n < candidates_.count; ++n) {
-            candidates_.rivals[n] = outerView(candidates_.rivals[n]);
-            orientations_[n] = takeRival(n);
-            facing_[n] = facingOf(orientations_[n], candidates_.places[n]);
-            tied_[ties] = static_cast<std::uint16_t>(n);
-            ties += candidates_.rivals[n] != 0 ? 1U : 0U;
+        for (std::size_t n = 0; n < rooms_.candidates.count; ++n) {
+            rooms_.candidates.rivals[n] = outerView(rooms_.candidates.rivals[n]);
+            rooms_.orientations[n] = takeRival(n);
+            rooms_.facing[n] = facingOf(rooms_.orientations[n], rooms_.candidates.places[n]);
+            rooms_.tied[ties] = static_cast<std::uint16_t>(n);
+            ties += rooms_.candidates.rivals[n] != 0 ? 1U : 0U;
         }
-        stages_.sumCells(facing_.data(), candidates_.count, sums_.data());
+        stages_.sumCells(rooms_.facing.data(), rooms_.candidates.count, rooms_.sums.data());
         while (ties != 0) {
             ties = settleNextRivals(ties);
         }
         appendKept();
-        candidates_.count = 0;
+        rooms_.candidates.count = 0;
     }
 
     /// Lets the next rival of each tied candidate challenge the best so far, as a strict running maximum over the means
     /// does. Returns the number of candidates that are still tied.
     std::size_t settleNextRivals(std::size_t ties) {
         for (std::size_t tie = 0; tie < ties; ++tie) {
-            challengers_[tie] = takeRival(tied_[tie]);
-            facing_[tie] = facingOf(challengers_[tie], candidates_.places[tied_[tie]]);
+            rooms_.challengers[tie] = takeRival(rooms_.tied[tie]);
+            rooms_.facing[tie] = facingOf(rooms_.challengers[tie], rooms_.candidates.places[rooms_.tied[tie]]);
         }
-        stages_.sumCells(facing_.data(), ties, challengingSums_.data());
+        stages_.sumCells(rooms_.facing.data(), ties, rooms_.challengingSums.data());
         std::size_t left = 0;
         for (std::size_t tie = 0; tie < ties; ++tie) {
-            const std::uint16_t n = tied_[tie];
-            if (isBetter(challengingSums_[tie], sums_[n], candidates_.places[n].columns)) {
-                sums_[n] = challengingSums_[tie];
-                orientations_[n] = challengers_[tie];
+            const std::uint16_t n = rooms_.tied[tie];
+            if (isBetter(rooms_.challengingSums[tie], rooms_.sums[n], rooms_.candidates.places[n].columns)) {
+                rooms_.sums[n] = rooms_.challengingSums[tie];
+                rooms_.orientations[n] = rooms_.challengers[tie];
             }
-            tied_[left] = n;
-            left += candidates_.rivals[n] != 0 ? 1U : 0U;
+            rooms_.tied[left] = n;
+            left += rooms_.candidates.rivals[n] != 0 ? 1U : 0U;
         }
         return left;
     }
 
     void appendKept() {
-        const std::size_t before = scored_.size();
-        scored_.resize(before + candidates_.count);
-        ScoredShift* result = scored_.data() + before;
-        for (std::size_t n = 0; n < candidates_.count; ++n) {
-            const Place& place = candidates_.places[n];
-            result->score = meanScore(sums_[n], place.columns);
+        const std::size_t before = rooms_.scored.size();
+        rooms_.scored.resize(before + rooms_.candidates.count);
+        ScoredShift* result = rooms_.scored.data() + before;
+        for (std::size_t n = 0; n < rooms_.candidates.count; ++n) {
+            const Place& place = rooms_.candidates.places[n];
+            result->score = meanScore(rooms_.sums[n], place.columns);
             result->shift = place.shift;
             result->partner = place.partner & partnerMask;
-            result->orientation = orientations_[n];
+            result->orientation = rooms_.orientations[n];
             result->walks = bothWalks;
             // Written always and kept by moving on: hardly any branch could be foretold here.
-            result += sums_[n] >= cutoff_.leastSum(place.columns) ? 1 : 0;
+            result += rooms_.sums[n] >= cutoff_.leastSum(place.columns) ? 1 : 0;
         }
-        scored_.resize(static_cast<std::size_t>(result - scored_.data()));
+        rooms_.scored.resize(static_cast<std::size_t>(result - rooms_.scored.data()));
     }
 
     /// Puts the rivals into the order of the orientations.
@@ -238,8 +269,8 @@ class Judge {
 
     /// Takes the first orientation out of the rivals of candidate n.
     Orientation takeRival(std::size_t n) {
-        const int orientation = std::countr_zero(candidates_.rivals[n]) / bitsPerRival;
-        candidates_.rivals[n] &= ~(oneRival << orientation * bitsPerRival);
+        const int orientation = std::countr_zero(rooms_.candidates.rivals[n]) / bitsPerRival;
+        rooms_.candidates.rivals[n] &= ~(oneRival << orientation * bitsPerRival);
         return static_cast<Orientation>(orientation);
     }
 
@@ -256,17 +287,18 @@ class Judge {
 
     /// Groups hold partners of equal length; here they come back into their order.
     void appendByPartner(std::size_t firstOfBlock) {
-        std::array<std::size_t, KernelMotifs::blockSize + 1> starts{};
-        for (const ScoredShift& shift : scored_) {
+        std::array<std::size_t, KernelMotifs::blockSize + 1>& starts = rooms_.starts;
+        starts.fill(0);
+        for (const ScoredShift& shift : rooms_.scored) {
             ++starts[shift.partner - firstOfBlock + 1];
         }
         std::partial_sum(starts.begin(), starts.end(), starts.begin());
         const std::size_t end = kept_.size();
-        kept_.resize(end + scored_.size());
-        for (const ScoredShift& shift : scored_) {
+        kept_.resize(end + rooms_.scored.size());
+        for (const ScoredShift& shift : rooms_.scored) {
             kept_[end + starts[shift.partner - firstOfBlock]++] = shift;
         }
-        scored_.clear();
+        rooms_.scored.clear();
     }
 
     const LeftMotif left_;
@@ -275,16 +307,7 @@ class Judge {
     const OuterMotif outer_;
     const kernel::Stages stages_;
     std::vector<ScoredShift>& kept_;
-    std::vector<ScoredShift> scored_;
-    Candidates candidates_;
-    // Written before they are read, an element for each candidate.
-    std::array<kernel::Facing, Candidates::room> facing_;
-    std::array<std::int64_t, Candidates::room> sums_;
-    std::array<Orientation, Candidates::room> orientations_;
-    std::array<std::uint16_t, Candidates::room> tied_;
-    // The same for those that are tied.
-    std::array<std::int64_t, Candidates::room> challengingSums_;
-    std::array<Orientation, Candidates::room> challengers_;
+    KernelScratch::Rooms& rooms_;
 };
 
 }  // namespace
@@ -308,7 +331,8 @@ void KernelMotifs::build(std::span<const Strands> motifs) {
     motifs_.reserve(motifs.size());
     for (const Strands& strands : motifs) {
         motifs_.push_back({0, static_cast<std::uint32_t>(strands[0]->size()), canBeExact(strands)});
-        columns += 2 * strands[0]->size();
+        // Room for just these, so that a checker of addresses sees what is read behind them.
+        if (takesPart(*this, motifs_.size() - 1)) columns += 2 * strands[0]->size();
     }
     columns_.reserve(columns);
     levels_.reserve(columns);
@@ -422,11 +446,11 @@ KernelCode fastestKernelCode() {
 
 void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, std::size_t firstPartner,
                  std::size_t lastPartner, const CutoffTable& cutoff, OuterMotif outer, std::vector<ScoredShift>& kept,
-                 KernelCode code) {
-    if (!takesPart(lefts, i)) {
+                 KernelScratch& scratch, KernelCode code) {
+    if (firstPartner >= lastPartner || !takesPart(lefts, i)) {
         return;
     }
-    Judge judge(lefts, i, rights, cutoff, outer, stagesOf(code), kept);
+    Judge judge(lefts, i, rights, cutoff, outer, stagesOf(code), kept, scratch.rooms());
     for (std::size_t block = firstPartner / KernelMotifs::blockSize; block * KernelMotifs::blockSize < lastPartner;
          ++block) {
         judge.takeBlock(block, firstPartner, lastPartner);
@@ -434,13 +458,13 @@ void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& r
 }
 
 bool scoreShifts(const Matrix& left, const Matrix& leftRevComp, const Matrix& right, const Matrix& rightRevComp,
-                 const CutoffTable& cutoff, std::vector<ScoredShift>& kept) {
+                 const CutoffTable& cutoff, std::vector<ScoredShift>& kept, KernelScratch& scratch) {
     const KernelMotifs lefts(left, leftRevComp);
     const KernelMotifs rights(right, rightRevComp);
     if (!lefts.isExact(0) || !rights.isExact(0)) {
         return false;
     }
-    scoreShifts(lefts, 0, rights, 0, 1, cutoff, OuterMotif::left, kept);
+    scoreShifts(lefts, 0, rights, 0, 1, cutoff, OuterMotif::left, kept, scratch);
     return true;
 }
 

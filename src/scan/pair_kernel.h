@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -115,16 +116,33 @@ enum class KernelCode { portable, avx2, avx512 };
 std::vector<KernelCode> kernelCodes();
 KernelCode fastestKernelCode();
 
+/// Where the kernel works: some 270 KB on the heap, as a thread's stack may be smaller. Taken at the first call; keep
+/// one for each thread, from call to call.
+class KernelScratch {
+  public:
+    struct Rooms;
+
+    KernelScratch();
+    ~KernelScratch();
+    KernelScratch(KernelScratch&&) noexcept;
+    KernelScratch& operator=(KernelScratch&&) noexcept;
+
+    Rooms& rooms();
+
+  private:
+    std::unique_ptr<Rooms> rooms_;
+};
+
 /// Scores the left motif i with the partners firstPartner .. lastPartner - 1 and appends the alignments at or above the
 /// cutoff, partners ascending, shifts ascending. Pairs with a motif that is not exact or has fewer than four columns
-/// are skipped. May be called from several threads at once.
+/// are skipped. May be called from several threads at once, each with a scratch of its own.
 void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, std::size_t firstPartner,
                  std::size_t lastPartner, const CutoffTable& cutoff, OuterMotif outer, std::vector<ScoredShift>& kept,
-                 KernelCode code = fastestKernelCode());
+                 KernelScratch& scratch, KernelCode code = fastestKernelCode());
 
 /// The same for one pair of matrices, the left one as outer motif; partner is 0. Returns false, and appends nothing, if
 /// the plain form has to take the pair.
 bool scoreShifts(const Matrix& left, const Matrix& leftRevComp, const Matrix& right, const Matrix& rightRevComp,
-                 const CutoffTable& cutoff, std::vector<ScoredShift>& kept);
+                 const CutoffTable& cutoff, std::vector<ScoredShift>& kept, KernelScratch& scratch);
 
 }  // namespace varnolix

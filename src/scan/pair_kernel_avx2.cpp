@@ -16,6 +16,7 @@ namespace varnolix::kernel {
 namespace {
 
 constexpr std::ptrdiff_t columnsPerSumStep = 4;
+static_assert(columnsPerSumStep <= mostColumnsAtOnce);
 constexpr std::size_t lanesPerStep = 4;
 
 VARNOLIX_TARGET inline __m256i loadAligned(const void* from) {

@@ -21,6 +21,7 @@ namespace {
 constexpr std::ptrdiff_t columnsPerVector = 2;
 constexpr std::ptrdiff_t vectorsPerSumStep = 4;
 constexpr std::ptrdiff_t columnsPerSumStep = vectorsPerSumStep * columnsPerVector;
+static_assert(columnsPerSumStep <= mostColumnsAtOnce);
 constexpr __mmask16 firstColumnOfPairs = 0x5555;
 constexpr auto allColumns = static_cast<__mmask16>(-1);
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <limits>
 
 #include "scan/pair_kernel.h"
 
@@ -11,8 +12,18 @@
 
 namespace varnolix::kernel {
 
-/// Distances of alignments up to this length fit 16 bits. Pairs with longer ones are not filtered.
+inline constexpr int cellsPerColumn = 4;
+inline constexpr int levelsPerOne = std::numeric_limits<std::uint8_t>::max();
+
+/// Distances of alignments up to this length fit 16 bits, and not of longer ones. Pairs with longer ones are not
+/// filtered.
 inline constexpr int mostFilteredColumns = 64;
+static_assert(mostFilteredColumns * cellsPerColumn * levelsPerOne <= std::numeric_limits<std::uint16_t>::max());
+static_assert((mostFilteredColumns + 1) * cellsPerColumn * levelsPerOne > std::numeric_limits<std::uint16_t>::max());
+
+/// Vector loads run up to this many columns past the end of a motif: all but one of those that are taken at once.
+inline constexpr int mostColumnsAtOnce = 8;
+inline constexpr std::size_t columnsPastEnd = mostColumnsAtOnce - 1;
 
 /// Twice the most by which rounding to levels can move the distance of one column: an orientation whose distance
 /// exceeds the smallest by more than this per column is surely not the best.

@@ -12,6 +12,11 @@ Strands strandsOf(const data& motif) {
     return {motif.matrix, motif.revCompMatrix};
 }
 
+/// Shorter motifs take part in nothing.
+bool isLongEnough(const data& motif) {
+    return motif.matrix.size() >= static_cast<std::size_t>(overlap);
+}
+
 /// The part of a row whose partners lie in first .. last - 1.
 std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, std::size_t first, std::size_t last) {
     const auto isBefore = [](const ScoredShift& kept, std::size_t partner) { return kept.partner < partner; };
@@ -32,22 +37,33 @@ std::vector<ListedMotif> listMotifs(std::span<const data> motifs) {
 PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff)
     : lefts_(lefts),
       rights_(rights),
-      kernelLefts_(lefts),
+      isOneList_(lefts.data() == rights.data() && lefts.size() == rights.size()),
       kernelRights_(rights),
+      otherLefts_(isOneList_ ? std::span<const data>() : lefts),
       cutoffTable_(cutoff),
-      cutoff_(cutoff) {}
+      cutoff_(cutoff) {
+    for (std::size_t right = 0; right < rights.size(); ++right) {
+        if (!isLongEnough(rights[right])) continue;
+        longRights_.push_back(static_cast<std::uint32_t>(right));
+        if (!kernelRights_.isExact(right)) plainRights_.push_back(static_cast<std::uint32_t>(right));
+    }
+}
 
 void PairScan::scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
-                            std::vector<ScoredShift>& kept) const {
-    std::size_t unscored = first;
-    for (std::size_t right = first; right < last; ++right) {
-        if (kernelLefts_.isExact(left) && kernelRights_.isExact(right)) continue;
-        scoreShifts(kernelLefts_, left, kernelRights_, unscored, right, cutoffTable_, outer, kept);
-        appendPlainShifts(strandsOf(lefts_[left]), strandsOf(rights_[right]), outer, static_cast<std::uint32_t>(right),
-                          overlap, maxScore, cutoff_, kept);
-        unscored = right + 1;
+                            std::vector<ScoredShift>& kept, KernelScratch& scratch) const {
+    if (!isLongEnough(lefts_[left])) return;
+    const std::vector<std::uint32_t>& unscored = kernelLefts().isExact(left) ? plainRights_ : longRights_;
+    const auto scoreExact = [&](std::size_t from, std::size_t to) {
+        scoreShifts(kernelLefts(), left, kernelRights_, from, to, cutoffTable_, outer, kept, scratch);
+    };
+    for (auto right = std::lower_bound(unscored.begin(), unscored.end(), first);
+         right != unscored.end() && *right < last; ++right) {
+        scoreExact(first, *right);
+        appendPlainShifts(strandsOf(lefts_[left]), strandsOf(rights_[*right]), outer, *right, overlap, maxScore,
+                          cutoff_, bothWalks, kept);
+        first = std::size_t{*right} + 1;
     }
-    scoreShifts(kernelLefts_, left, kernelRights_, unscored, last, cutoffTable_, outer, kept);
+    scoreExact(first, last);
 }
 
 ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff) {
@@ -60,23 +76,34 @@ ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last) {
     {
         // Rows are as long as they need to be, however the list grows that they are collected in.
         std::vector<ScoredShift> row;
+        KernelScratch scratch;
         // They get shorter towards the end of the block, so they are handed out one by one.
 #pragma omp for schedule(dynamic)
         for (std::size_t left = first; left < last; ++left) {
             row.clear();
-            scan.scanPartners(left, left + 1, last, OuterMotif::left, row);
+            scan.scanPartners(left, left + 1, last, OuterMotif::left, row, scratch);
             rows[left - first].assign(row.begin(), row.end());
         }
     }
     return rows;
 }
 
-void gatherEarlier(const ShiftRows& rows, std::size_t firstOfBlock, std::size_t first, std::size_t last,
-                   ShiftRows& lists) {
+std::vector<std::size_t> filledRows(const ShiftRows& rows) {
+    std::vector<std::size_t> filled;
+    for (std::size_t row = 0; row < rows.size(); ++row) {
+        if (!rows[row].empty()) filled.push_back(row);
+    }
+    return filled;
+}
+
+void gatherEarlier(const ShiftRows& rows, std::span<const std::size_t> filled, std::size_t firstOfBlock,
+                   std::size_t first, std::size_t last, ShiftRows& lists) {
     lists.resize(last - first);
     for (std::vector<ScoredShift>& list : lists) list.clear();
-    for (std::size_t left = firstOfBlock; left + 1 < last; ++left) {
-        const std::span<const ScoredShift> row = partnersWithin(rows[left - firstOfBlock], first, last);
+    for (const std::size_t place : filled) {
+        const std::size_t left = firstOfBlock + place;
+        if (left + 1 >= last) break;
+        const std::span<const ScoredShift> row = partnersWithin(rows[place], first, last);
         // Seen from the partner, shifts ascend where they descend in the row.
         std::for_each(row.rbegin(), row.rend(), [&](const ScoredShift& kept) {
             lists[kept.partner - first].push_back(seenFromPartner(kept, left));
@@ -88,9 +115,13 @@ ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> 
                       double cutoff) {
     const PairScan scan(lefts, rights, cutoff);
     ShiftRows rows(lefts.size());
-#pragma omp parallel for schedule(dynamic)
-    for (const std::size_t left : chosen) {
-        scan.scanPartners(left, 0, rights.size(), OuterMotif::left, rows[left]);
+#pragma omp parallel
+    {
+        KernelScratch scratch;
+#pragma omp for schedule(dynamic)
+        for (const std::size_t left : chosen) {
+            scan.scanPartners(left, 0, rights.size(), OuterMotif::left, rows[left], scratch);
+        }
     }
     return rows;
 }
@@ -134,11 +165,13 @@ void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<
     // those of its own row. Each thread fills the lists of one block of motifs, walking the rows in their order.
     constexpr std::size_t blockSize = 64;
     const std::size_t blocks = (motifs.size() + blockSize - 1) / blockSize;
+    const std::vector<std::size_t> filled = filledRows(rows);
 #pragma omp parallel for schedule(dynamic)
     for (std::size_t block = 0; block < blocks; ++block) {
         const std::size_t blockFirst = block * blockSize;
         const std::size_t blockLast = std::min(blockFirst + blockSize, motifs.size());
-        for (std::size_t outer = 0; outer < blockLast; ++outer) {
+        for (const std::size_t outer : filled) {
+            if (outer >= blockLast) break;
             const auto append = [&](Sliding sliding) {
                 return [&, sliding](std::uint32_t inner, std::span<const ScoredShift> shifts) {
                     appendPairRecords(direction, sliding, OuterMotif::left, listed[outer], listed[inner], shifts,

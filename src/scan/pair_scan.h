@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdint>
 #include <span>
 #include <vector>
 
@@ -24,13 +25,19 @@ class PairScan {
 
     /// Appends the kept alignments of the left motif with the right ones first .. last - 1, by partner and shift.
     void scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
-                      std::vector<ScoredShift>& kept) const;
+                      std::vector<ScoredShift>& kept, KernelScratch& scratch) const;
 
   private:
+    const KernelMotifs& kernelLefts() const { return isOneList_ ? kernelRights_ : otherLefts_; }
+
     std::span<const data> lefts_;
     std::span<const data> rights_;
-    KernelMotifs kernelLefts_;
+    bool isOneList_;
     KernelMotifs kernelRights_;
+    KernelMotifs otherLefts_;  // empty where both lists are one
+    // Places of the right motifs that are long enough for an alignment, and of those that the kernel does not take.
+    std::vector<std::uint32_t> longRights_;
+    std::vector<std::uint32_t> plainRights_;
     CutoffTable cutoffTable_;
     double cutoff_;
 };
@@ -41,11 +48,15 @@ ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff);
 /// The same for a block of motifs of one list, first .. last - 1, among themselves; row k belongs to motif first + k.
 ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last);
 
+/// The places, ascending, of the rows that are not empty.
+std::vector<std::size_t> filledRows(const ShiftRows& rows);
+
 /// From the rows of a block, the alignments of its motifs first .. last - 1 with the motifs of the block before them:
 /// list k holds those of motif first + k as left motif, by partner and shift.
+/// @param filled the places, ascending, of the rows that hold any, so that motifs without matches cost nothing
 /// @param lists keeps its memory from call to call
-void gatherEarlier(const ShiftRows& rows, std::size_t firstOfBlock, std::size_t first, std::size_t last,
-                   ShiftRows& lists);
+void gatherEarlier(const ShiftRows& rows, std::span<const std::size_t> filled, std::size_t firstOfBlock,
+                   std::size_t first, std::size_t last, ShiftRows& lists);
 
 /// The kept alignments of the motifs `lefts[chosen[k]]` with all of `rights`; the rows of the others stay empty.
 ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,

@@ -1,6 +1,10 @@
 #include "scan/plain_score.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <utility>
 
 #include "scan/region_rule.h"
@@ -11,6 +15,87 @@ namespace {
 
 PairLengths lengthsOf(const Strands& left, const Strands& right) {
     return {static_cast<int>(left.original.size()), static_cast<int>(right.original.size())};
+}
+
+// Long motifs.
+//
+// Most alignments of a pair lie far below the cutoff, and one orientation mostly far above the others. So where all
+// values lie within [0, 1], a rough mean in doubles comes first, many times as quick as additions in extended precision
+// one by one, and only orientations that may be the best of an alignment that may be kept take the plain form. What is
+// kept comes from the plain form alone, so its bits do not depend on the rough one.
+//
+// The rough mean is 1 - d / 4 L, where d adds up the distances |x - y| of L columns, base by base. Each distance is
+// rounded by 2^-54 at most, each addition to a sum of at most L by L * 2^-53, d by 4 L (L + 1) * 2^-53, its mean by
+// (L + 1) * 2^-53. The plain mean is off by 2^-54 of the cells and 2^-53 of the result, and by 4 L * 2^-64 of its
+// additions. Both together stay below (L + 4) * 2^-52, of which the margin is four times.
+//
+// Up to 512 columns the sum of cells, multiples of 2^-53, is at most 2^11 and needs no more than the 64 bits of
+// extended precision: it is exact, and the same in both directions. Beyond, additions may round, and the order shows.
+
+constexpr int mostExactColumns = 512;
+constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
+
+double roughMargin(int columns) {
+    return (columns + 4) * 0x1p-50;
+}
+
+bool liesWithinUnit(const Matrix& matrix) {
+    return std::all_of(matrix.begin(), matrix.end(), [](const Column& column) {
+        // Written so that a value that is no number fails.
+        return std::all_of(column.begin(), column.end(), [](double value) { return value >= 0.0 && value <= 1.0; });
+    });
+}
+
+bool lieWithinUnit(const Strands& strands) {
+    return liesWithinUnit(strands.original) && liesWithinUnit(strands.reversed);
+}
+
+/// The four orientations, in their order.
+struct Facing {
+    const Matrix& left;
+    const Matrix& right;
+};
+
+std::array<Facing, 4> facings(const Strands& left, const Strands& right) {
+    return {Facing{left.original, right.original}, Facing{left.original, right.reversed},
+            Facing{left.reversed, right.original}, Facing{left.reversed, right.reversed}};
+}
+
+double roughMean(const Facing& facing, int shift, int columns) {
+    const Column* x = facing.left.data() + std::max(0, -shift);
+    const Column* y = facing.right.data() + std::max(0, shift);
+    // Two sets of sums, so that an addition need not wait for the one before.
+    std::array<Column, 2> sums{};
+    const auto add = [](Column& sum, const Column& a, const Column& b) {
+        for (std::size_t base = 0; base < sum.size(); ++base) sum[base] += std::fabs(a[base] - b[base]);
+    };
+    int column = 0;
+    for (; column + 1 < columns; column += 2) {
+        add(sums[0], x[column], y[column]);
+        add(sums[1], x[column + 1], y[column + 1]);
+    }
+    if (column < columns) add(sums[0], x[column], y[column]);
+    double distance = 0;
+    for (std::size_t base = 0; base < sums[0].size(); ++base) distance += sums[0][base] + sums[1][base];
+    return 1 - distance / (4.0 * columns);
+}
+
+/// Orientations that may be the best of an alignment.
+using Rivals = std::array<bool, 4>;
+constexpr Rivals allRivals{true, true, true, true};
+
+/// None where no orientation may reach the cutoff.
+Rivals rivalsOf(const std::array<Facing, 4>& orientations, int shift, int columns, double cutoff) {
+    std::array<double, 4> means{};
+    std::transform(orientations.begin(), orientations.end(), means.begin(),
+                   [&](const Facing& facing) { return roughMean(facing, shift, columns); });
+    const double best = *std::max_element(means.begin(), means.end());
+    const double margin = roughMargin(columns);
+    Rivals rivals{};
+    if (best + margin < cutoff) return rivals;
+    std::transform(means.begin(), means.end(), rivals.begin(),
+                   [&](double mean) { return mean + margin >= best - margin; });
+    return rivals;
 }
 
 double meanScore(const Matrix& left, const Matrix& right, int shift, int columns, double most, Direction direction) {
@@ -28,41 +113,49 @@ double meanScore(const Matrix& left, const Matrix& right, int shift, int columns
     return static_cast<double>(sum / (4 * static_cast<long double>(columns)));
 }
 
+/// Best of the rivals. There is one at least.
+AlignmentScore bestScore(const std::array<Facing, 4>& orientations, const Rivals& rivals, int shift, int columns,
+                         double most, Direction direction) {
+    std::optional<AlignmentScore> best;
+    for (std::size_t n = 0; n < orientations.size(); ++n) {
+        if (!rivals[n]) continue;
+        const double score = meanScore(orientations[n].left, orientations[n].right, shift, columns, most, direction);
+        if (!best || score > best->score) best = {score, static_cast<Orientation>(n)};
+    }
+    return *best;
+}
+
 }  // namespace
 
 AlignmentScore plainScore(const Strands& left, const Strands& right, int shift, double most, Direction direction) {
-    const int columns = overlapAt(lengthsOf(left, right), shift);
-    const auto mean = [&](const Matrix& x, const Matrix& y) {
-        return meanScore(x, y, shift, columns, most, direction);
-    };
-    AlignmentScore best{mean(left.original, right.original), Orientation::bothOriginal};
-    const auto challenge = [&](double score, Orientation orientation) {
-        if (score > best.score) best = {score, orientation};
-    };
-    challenge(mean(left.original, right.reversed), Orientation::secondReversed);
-    challenge(mean(left.reversed, right.original), Orientation::firstReversed);
-    challenge(mean(left.reversed, right.reversed), Orientation::bothReversed);
-    return best;
+    return bestScore(facings(left, right), allRivals, shift, overlapAt(lengthsOf(left, right), shift), most, direction);
 }
 
 void appendPlainShifts(const Strands& left, const Strands& right, OuterMotif outer, std::uint32_t partner,
-                       int leastOverlap, double most, double cutoff, std::vector<ScoredShift>& kept) {
+                       int leastOverlap, double most, double cutoff, Walks asked, std::vector<ScoredShift>& kept) {
     const PairLengths lengths = lengthsOf(left, right);
     if (lengths.left < leastOverlap || lengths.right < leastOverlap) return;
     // The outer motif is the one that the orientations call the first.
     const bool swapped = outer == OuterMotif::right;
-    const Strands& first = swapped ? right : left;
-    const Strands& second = swapped ? left : right;
+    const std::array<Facing, 4> orientations = swapped ? facings(right, left) : facings(left, right);
+    const bool isWithinUnit = most == 1.0 && lieWithinUnit(left) && lieWithinUnit(right);
     for (int shift = leastShift(lengths, leastOverlap); shift <= mostShift(lengths, leastOverlap); ++shift) {
+        const int columns = overlapAt(lengths, shift);
+        const int outerShift = swapped ? -shift : shift;
+        const Rivals rivals = isWithinUnit ? rivalsOf(orientations, outerShift, columns, cutoff) : allRivals;
+        if (rivals == Rivals{}) continue;
+        const bool isOneSum = hasExtendedPrecision && isWithinUnit && columns <= mostExactColumns;
+        std::optional<AlignmentScore> best;
         for (const auto& [direction, walk] :
              {std::pair{Direction::forward, forwardWalk}, std::pair{Direction::backward, backwardWalk}}) {
-            const AlignmentScore best = plainScore(first, second, swapped ? -shift : shift, most, direction);
-            if (!(best.score >= cutoff)) continue;  // a score that is no number is dropped too
+            if ((asked & walk) == 0) continue;
+            if (!best || !isOneSum) best = bestScore(orientations, rivals, outerShift, columns, most, direction);
+            if (!(best->score >= cutoff)) continue;  // a score that is no number is dropped too
             ScoredShift& added = kept.emplace_back();
-            added.score = best.score;
+            added.score = best->score;
             added.partner = partner & partnerMask;
             added.shift = shift;
-            added.orientation = best.orientation;
+            added.orientation = best->orientation;
             added.walks = walk;
         }
     }

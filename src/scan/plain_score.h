@@ -28,8 +28,9 @@ struct AlignmentScore {
 /// one. A first score that is no number stays; another one is passed over.
 AlignmentScore plainScore(const Strands& left, const Strands& right, int shift, double most, Direction direction);
 
-/// Scores every shift of the pair in both directions and appends those at or above the cutoff, shifts ascending.
+/// Scores every shift of the pair in the walks that are asked for and appends those at or above the cutoff, shifts
+/// ascending.
 void appendPlainShifts(const Strands& left, const Strands& right, OuterMotif outer, std::uint32_t partner,
-                       int leastOverlap, double most, double cutoff, std::vector<ScoredShift>& kept);
+                       int leastOverlap, double most, double cutoff, Walks asked, std::vector<ScoredShift>& kept);
 
 }  // namespace varnolix

@@ -1,6 +1,5 @@
 #include "tree/distance_table.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "report/text_columns.h"
@@ -24,21 +23,17 @@ void writeDistanceTable(std::ostream& stream, const DistanceTable& table, char l
         return csvCell(letter + std::to_string(motif + 1) + "_" + table.labels[motif]);
     };
     const std::string unmatched = numberToString(table.unmatched);
+    const auto cell = [&](std::size_t row, std::size_t column) {
+        const double lowest = table.lowestScores[pairCell(row, column)];
+        return std::isfinite(lowest) ? numberToString(lowest) : unmatched;
+    };
     std::string text = ",";
     for (std::size_t column = 0; column < count; ++column) text += label(column) + ",";
     text += '\n';
     for (std::size_t row = 0; row < count; ++row) {
         text += label(row) + ",";
         for (std::size_t column = 0; column < count; ++column) {
-            const double lowest =
-                std::min(table.lowestScores[row * count + column], table.lowestScores[column * count + row]);
-            if (row == column) {
-                text += '0';
-            } else if (std::isfinite(lowest)) {
-                text += numberToString(lowest);
-            } else {
-                text += unmatched;
-            }
+            text += row == column ? "0" : cell(row, column);
             text += ',';
         }
         text += '\n';

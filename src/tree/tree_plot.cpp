@@ -33,7 +33,15 @@ std::string plotScript(const std::string& tablePath, const std::string& imagePat
            "options(warn = 0)\n";
 }
 
-void drawTree(const DistanceTable& table, const TreeFiles& files) {
+bool isLocalTreeDrawn() {
+    return motifCluster == "Y" && outputFileType == "All";
+}
+
+bool isGlobalTreeDrawn() {
+    return motifCluster == "Y" && numFile > 1;
+}
+
+void drawTree(DistanceTable& table, const TreeFiles& files) {
     const std::string tablePath = outputPath + files.table;
     const std::string scriptPath = outputPath + files.script;
     const std::string imagePath = outputPath + files.image;
@@ -43,6 +51,7 @@ void drawTree(const DistanceTable& table, const TreeFiles& files) {
     openOutput(stream, tablePath);
     writeDistanceTable(stream, table, files.letter);
     closeOutput(stream, tablePath);
+    table = {};
     openOutput(stream, scriptPath);
     stream << plotScript(tablePath, imagePath);
     closeOutput(stream, scriptPath);

@@ -20,11 +20,15 @@ inline constexpr TreeFiles listTree{'I', "Distance_Matrix.csv", "Plot_File.R", "
 inline constexpr TreeFiles globalTree{'G', "Global_Matching_Distance_Matrix.csv", "Global_Matching_Plot_File.R",
                                       "Global_Matching_Phylogenetic_Tree.png"};
 
+/// Which trees the answers ask for: that of all records with all report types, the one across files with several files.
+bool isLocalTreeDrawn();
+bool isGlobalTreeDrawn();
+
 /// The script that draws the image from the table.
 std::string plotScript(const std::string& tablePath, const std::string& imagePath);
 
 /// Writes table and script and runs R on it; a failed R leaves no image and is not noticed. R gives up on fewer than
-/// ten motifs. Ends the run if a file cannot be written.
-void drawTree(const DistanceTable& table, const TreeFiles& files);
+/// ten motifs. Ends the run if a file cannot be written. The table is freed once it is written, as R needs the memory.
+void drawTree(DistanceTable& table, const TreeFiles& files);
 
 }  // namespace varnolix

@@ -61,6 +61,30 @@ TEST_F(MemoryPlanTest, ABlockHasAMotif) {
     EXPECT_EQ(motifsPerBlock(0, 0, 1), 1U);
 }
 
+TEST_F(MemoryPlanTest, TablesOfTreesAreNeeded) {
+    Datasets = equalMotifs(1000, "ACG");
+    const double copies = surelyNeededBytes();
+    EXPECT_LT(copies, 1e6);
+    constexpr double table = 8 * 1000 * 999 / 2;
+    motifCluster = "Y";
+    outputFileType = "Global-Only";
+    numFile = 1;
+    EXPECT_EQ(surelyNeededBytes(), copies);
+    outputFileType = "All";
+    EXPECT_EQ(surelyNeededBytes(), copies + table);
+    numFile = 2;
+    EXPECT_EQ(surelyNeededBytes(), copies + 2 * table);
+    motifCluster = "N";
+    EXPECT_EQ(surelyNeededBytes(), copies);
+}
+
+TEST_F(MemoryPlanTest, WhatDoesNotFitEndsTheRun) {
+    requireRoom(1000);
+    EXPECT_EXIT(
+        requireRoom(1e18), ::testing::ExitedWithCode(1),
+        "^Error: this job needs 1000000000000 MB of memory beside its motifs, and there are only [0-9]+ MB\\.\n$");
+}
+
 TEST_F(MemoryPlanTest, SmallRunsHoldTheirRecords) {
     Datasets = equalMotifs(5, "ACGTACGT");
     DatabaseDatasets = equalMotifs(5, "ACGTACGT");

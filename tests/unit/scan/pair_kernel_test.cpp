@@ -107,7 +107,8 @@ Shifts kernelShifts(const std::vector<data>& motifs, std::size_t left, std::size
                     double cutoff, OuterMotif outer, KernelCode code) {
     const KernelMotifs prepared(motifs);
     Shifts kept;
-    scoreShifts(prepared, left, prepared, first, last, CutoffTable(cutoff), outer, kept, code);
+    KernelScratch scratch;
+    scoreShifts(prepared, left, prepared, first, last, CutoffTable(cutoff), outer, kept, scratch, code);
     return kept;
 }
 
@@ -259,6 +260,7 @@ std::size_t comparePool(const std::vector<data>& motifs, double cutoff) {
     const CutoffTable table(cutoff);
     std::size_t compared = 0;
     Shifts kept;
+    KernelScratch scratch;
     for (std::size_t left = 0; left < motifs.size(); ++left) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             Shifts expected;
@@ -269,7 +271,7 @@ std::size_t comparePool(const std::vector<data>& motifs, double cutoff) {
             }
             for (const KernelCode code : kernelCodes()) {
                 kept.clear();
-                scoreShifts(prepared, left, prepared, left + 1, motifs.size(), table, outer, kept, code);
+                scoreShifts(prepared, left, prepared, left + 1, motifs.size(), table, outer, kept, scratch, code);
                 EXPECT_EQ(kept, expected) << "left " << left << " outer " << static_cast<int>(outer) << " code "
                                           << static_cast<int>(code) << " cutoff " << std::hexfloat << cutoff;
                 if (kept != expected) {
@@ -330,10 +332,11 @@ TEST(PairKernel, EqualsPlainFormAcrossBlocksOfPartners) {
 }
 
 TEST(PairKernel, AppendsBehindWhatIsKept) {
+    KernelScratch scratch;
     const std::vector<data> motifs(3, motifOf(Matrix(4, {1, 0, 0, 0})));
     const KernelMotifs prepared(motifs);
     Shifts kept(1);
-    scoreShifts(prepared, 0, prepared, 1, 3, CutoffTable(0.75), OuterMotif::left, kept);
+    scoreShifts(prepared, 0, prepared, 1, 3, CutoffTable(0.75), OuterMotif::left, kept, scratch);
     ASSERT_EQ(kept.size(), 3u);
     EXPECT_EQ(kept[0], ScoredShift{});
     EXPECT_EQ(kept[1].partner, 1u);
@@ -486,21 +489,57 @@ TEST(PairKernel, LeavesInexactAndShortMotifsAlone) {
 }
 
 TEST(PairKernel, ScoresMatricesWithoutAList) {
+    KernelScratch scratch;
     NastySource source(11);
     const CutoffTable table(0.6);
     for (int round = 0; round < 200; ++round) {
         const data left = motifOf(source.matrix(source.uniform(1, 20)));
         const data right = motifOf(source.matrix(source.uniform(1, 20)));
         Shifts kept;
-        EXPECT_TRUE(scoreShifts(left.matrix, left.revCompMatrix, right.matrix, right.revCompMatrix, table, kept));
+        EXPECT_TRUE(
+            scoreShifts(left.matrix, left.revCompMatrix, right.matrix, right.revCompMatrix, table, kept, scratch));
         EXPECT_EQ(kept, plainShifts(left, right, 0, 0.6, OuterMotif::left));
     }
     const Matrix outside(5, {2, 0, 0, 0});
     const Matrix inside(5, {1, 0, 0, 0});
     Shifts kept;
-    EXPECT_FALSE(scoreShifts(outside, outside, inside, inside, table, kept));
-    EXPECT_FALSE(scoreShifts(inside, inside, outside, outside, table, kept));
+    EXPECT_FALSE(scoreShifts(outside, outside, inside, inside, table, kept, scratch));
+    EXPECT_FALSE(scoreShifts(inside, inside, outside, outside, table, kept, scratch));
     EXPECT_TRUE(kept.empty());
+}
+
+TEST(PairKernel, DistancesOfTheFilterDoNotOverflow) {
+    // Of 65 columns that differ in every cell by 1 the distance, 65 * 4 * 255, does not fit 16 bits: what is left of it
+    // is less than that of the near motif, which would be dropped for it.
+    for (const std::size_t columns : {63U, 64U, 65U, 66U, 128U, 130U}) {
+        const Matrix ones(columns, Column{1, 1, 1, 1});
+        const Matrix near(columns, Column{0.97, 0.97, 0.97, 0.97});
+        const Matrix zeros(columns, Column{0, 0, 0, 0});
+        std::vector<data> motifs(2);
+        motifs[0].matrix = motifs[0].revCompMatrix = ones;
+        motifs[1].matrix = near;
+        motifs[1].revCompMatrix = zeros;
+        for (const double cutoff : {0.0, 0.5, 0.9}) {
+            const Shifts expected = plainShifts(motifs[0], motifs[1], 1, cutoff, OuterMotif::left);
+            EXPECT_EQ(expected.size(), 2 * columns - 7);
+            for (const KernelCode code : kernelCodes()) {
+                EXPECT_EQ(kernelShifts(motifs, 0, 1, 2, cutoff, OuterMotif::left, code), expected) << columns;
+            }
+        }
+    }
+}
+
+TEST(PairKernel, ReadsNothingBehindItsColumns) {
+    // Every length of the last step of the sums and of the filter, at the very end of what is laid out, in all four
+    // orientations. What is read too far only a checker of addresses sees: this test also runs in an executable with
+    // one.
+    for (std::size_t columns = 4; columns < 24; ++columns) {
+        std::vector<data> motifs(2);
+        for (data& motif : motifs) motif.matrix = motif.revCompMatrix = Matrix(columns, Column{0.25, 0.25, 0.25, 0.25});
+        for (const KernelCode code : kernelCodes()) {
+            EXPECT_EQ(kernelShifts(motifs, 0, 0, 2, 0.9, OuterMotif::left, code).size(), 2 * (2 * columns - 7));
+        }
+    }
 }
 
 TEST(PairKernel, MayBeCalledFromSeveralThreads) {
@@ -510,17 +549,19 @@ TEST(PairKernel, MayBeCalledFromSeveralThreads) {
     const CutoffTable table(0.7);
     std::vector<Shifts> alone(motifs.size());
     std::vector<Shifts> shared(motifs.size());
-    const auto score = [&](std::vector<Shifts>& rows, std::size_t left) {
-        scoreShifts(prepared, left, prepared, 0, motifs.size(), table, OuterMotif::left, rows[left]);
+    const auto score = [&](std::vector<Shifts>& rows, std::size_t left, KernelScratch& scratch) {
+        scoreShifts(prepared, left, prepared, 0, motifs.size(), table, OuterMotif::left, rows[left], scratch);
     };
+    KernelScratch scratch;
     for (std::size_t left = 0; left < motifs.size(); ++left) {
-        score(alone, left);
+        score(alone, left, scratch);
     }
     std::vector<std::thread> threads;
     for (std::size_t thread = 0; thread < 3; ++thread) {
         threads.emplace_back([&, thread] {
+            KernelScratch ofThread;
             for (std::size_t left = thread; left < motifs.size(); left += 3) {
-                score(shared, left);
+                score(shared, left, ofThread);
             }
         });
     }

@@ -148,14 +148,15 @@ TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
     const ShiftRows rows = scanBlock(scan, first, last);
     ASSERT_EQ(rows.size(), last - first);
     ShiftRows earlier;
+    KernelScratch scratch;
     std::size_t gathered = 0;
     for (std::size_t from = first; from < last; from += run) {
         const std::size_t to = std::min(last, from + run);
-        gatherEarlier(rows, first, from, to, earlier);
+        gatherEarlier(rows, filledRows(rows), first, from, to, earlier);
         ASSERT_EQ(earlier.size(), to - from);
         for (std::size_t motif = from; motif < to; ++motif) {
             std::vector<ScoredShift> expected;
-            scan.scanPartners(motif, first, motif, OuterMotif::right, expected);
+            scan.scanPartners(motif, first, motif, OuterMotif::right, expected, scratch);
             EXPECT_EQ(told(earlier[motif - from]), told(expected)) << motif;
             gathered += expected.size();
         }

@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
+#include <random>
+#include <utility>
+
+#include "bench/plain_form.h"
 
 namespace varnolix {
 namespace {
@@ -23,6 +29,7 @@ AlignmentScore score(const Matrix& left, const Matrix& leftReversed, const Matri
         plainScore({left, leftReversed}, {right, rightReversed}, shift, 1.0, Direction::forward);
     const AlignmentScore backward =
         plainScore({left, leftReversed}, {right, rightReversed}, shift, 1.0, Direction::backward);
+    // The sums of these tests are exact in any order.
     EXPECT_EQ(forward.orientation, backward.orientation);
     EXPECT_TRUE(forward.score == backward.score || std::isnan(forward.score));
     return forward;
@@ -95,10 +102,22 @@ TEST(PlainScore, SumIsHeldInExtendedPrecision) {
     EXPECT_EQ(score(run(a), run(a), run(next), run(next)).score, 1 - 0x1p-53);
 }
 
+TEST(PlainScore, ColumnsAreAddedInTheOrderOfTheWalk) {
+    // The first cells of the columns are -2^64, -2^11, -1 and -1, all others 0. From the first on, each 1 is lost in
+    // the 64 bits, and the sum lies halfway between two doubles. From the last on they make 2, which counts.
+    const Matrix matrix = {{0x1p64, 1, 1, 1}, {0x1p11 + 1, 1, 1, 1}, {2, 1, 1, 1}, {2, 1, 1, 1}};
+    const Matrix zeros(4, Column{0, 0, 0, 0});
+    const auto mean = [&](Direction direction) {
+        return plainScore({matrix, matrix}, {zeros, zeros}, 0, 1.0, direction).score;
+    };
+    EXPECT_EQ(mean(Direction::forward), -0x1p60);
+    EXPECT_EQ(mean(Direction::backward), -(0x1p60 + 0x1p8));
+}
+
 std::vector<ScoredShift> shiftsOf(const Matrix& left, const Matrix& right, double cutoff,
                                   OuterMotif outer = OuterMotif::left) {
     std::vector<ScoredShift> kept;
-    appendPlainShifts({left, left}, {right, right}, outer, 5, 4, 1.0, cutoff, kept);
+    appendPlainShifts({left, left}, {right, right}, outer, 5, 4, 1.0, cutoff, bothWalks, kept);
     return kept;
 }
 
@@ -137,11 +156,91 @@ TEST(AppendPlainShifts, LabelsNameTheOuterMotifFirst) {
     std::vector<ScoredShift> kept;
     // Left reversed on right original fits. Seen from the left motif its own strand is reversed, seen from the right
     // one the second's.
-    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::left, 0, 4, 1.0, 0.9, kept);
-    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::right, 0, 4, 1.0, 0.9, kept);
+    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::left, 0, 4, 1.0, 0.9, bothWalks, kept);
+    appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::right, 0, 4, 1.0, 0.9, bothWalks, kept);
     ASSERT_EQ(kept.size(), 4U);
     EXPECT_EQ(kept[0].orientation, Orientation::firstReversed);
     EXPECT_EQ(kept[2].orientation, Orientation::secondReversed);
+}
+
+/// Columns near those of another motif of the length, so that many alignments are alike.
+Matrix likeColumns(std::mt19937_64& engine, std::size_t length) {
+    std::uniform_real_distribution<double> noise(0, 0.04);
+    Matrix matrix;
+    for (std::size_t k = 0; k < length; ++k) {
+        const Column shares = {0.4, 0.1 + 0.1 * static_cast<double>(k % 3), 0.1, 0.2};
+        Column& column = matrix.emplace_back();
+        for (std::size_t base = 0; base < 4; ++base) column[base] = shares[base] + noise(engine);
+    }
+    return matrix;
+}
+
+/// An alignment by shift and direction, with all that is told of it.
+using Told = std::map<std::pair<int, Walks>, std::pair<double, Orientation>>;
+
+Told toldByDefinition(const data& left, const data& right, double cutoff) {
+    std::vector<plain::Alignment> alignments;
+    plain::scorePair(left, right, cutoff, alignments);
+    const int difference = static_cast<int>(right.matrix.size()) - static_cast<int>(left.matrix.size());
+    Told told;
+    for (const plain::Alignment& one : alignments) {
+        const bool isForward = one.direction == Direction::forward;
+        const int offset = one.isSecondRegion ? -static_cast<int>(one.offset) : static_cast<int>(one.offset);
+        told[{isForward ? offset : difference - offset, isForward ? forwardWalk : backwardWalk}] = {one.score,
+                                                                                                    one.orientation};
+    }
+    return told;
+}
+
+Told told(const std::vector<ScoredShift>& kept) {
+    Told result;
+    for (const ScoredShift& one : kept) result[{one.shift, one.walks}] = {one.score, one.orientation};
+    return result;
+}
+
+TEST(AppendPlainShifts, LongMotifsScoreAsDefinedBitForBit) {
+    std::mt19937_64 engine(77);
+    std::size_t compared = 0;
+    std::size_t orderShows = 0;
+    const std::pair<std::size_t, std::size_t> lengths[] = {{256, 30},  {255, 256}, {300, 280},
+                                                           {512, 513}, {600, 640}, {1100, 900}};
+    for (const auto& [leftLength, rightLength] : lengths) {
+        data left;
+        data right;
+        left.matrix = likeColumns(engine, leftLength);
+        left.revCompMatrix = likeColumns(engine, leftLength);
+        right.matrix = likeColumns(engine, rightLength);
+        right.revCompMatrix = likeColumns(engine, rightLength);
+        const Told all = toldByDefinition(left, right, 0.0);
+        std::vector<double> scores;
+        for (const auto& [place, known] : all) scores.push_back(known.first);
+        std::sort(scores.begin(), scores.end());
+        // A cutoff that a score meets exactly, the next double, and one that leaves nothing out.
+        const double met = scores[scores.size() * 3 / 4];
+        for (const double cutoff : {met, std::nextafter(met, 2.0), 0.0}) {
+            Told expected;
+            for (const auto& one : all) {
+                if (one.second.first >= cutoff) expected.insert(one);
+            }
+            const auto scored = [&](Walks asked) {
+                std::vector<ScoredShift> kept;
+                appendPlainShifts({left.matrix, left.revCompMatrix}, {right.matrix, right.revCompMatrix},
+                                  OuterMotif::left, 0, 4, 1.0, cutoff, asked, kept);
+                return told(kept);
+            };
+            EXPECT_TRUE(scored(bothWalks) == expected) << leftLength << " cutoff " << cutoff;
+            Told merged = scored(forwardWalk);
+            merged.merge(scored(backwardWalk));
+            EXPECT_TRUE(merged == expected) << leftLength << " cutoff " << cutoff;
+            compared += expected.size();
+        }
+        for (const auto& [place, known] : all) {
+            if (place.second == backwardWalk) continue;
+            if (known.first != all.at({place.first, backwardWalk}).first) ++orderShows;
+        }
+    }
+    EXPECT_GT(compared, 10000U);
+    EXPECT_GT(orderShows, 0U) << "or the order of addition is not tried";
 }
 
 }  // namespace

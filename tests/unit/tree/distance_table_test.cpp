@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
 #include <sstream>
 
 namespace varnolix {
@@ -30,24 +31,39 @@ TEST(CsvCell, TextsThatWouldBreakTheRowAreQuoted) {
     EXPECT_EQ(csvCell("old\rMac"), "\"old\rMac\"");
 }
 
-TEST(DistanceTable, CellIsTheLowestScoreOfThePairInEitherOrder) {
-    const DistanceTable table{{"a", "b"}, {none, 0.25, 0.125, none}, 3};
+TEST(DistanceTable, CellIsThatOfThePairInEitherOrder) {
+    const DistanceTable table{{"a", "b"}, {0.125}, 3};
     EXPECT_EQ(written(table, 'I'), ",I1_a,I2_b,\nI1_a,0,0.125,\nI2_b,0.125,0,\n");
 }
 
 TEST(DistanceTable, PairWithoutRecordHasTheValueOfTheTable) {
-    const DistanceTable table{{"a", "b", "c"}, {none, 1.5, none, none, none, none, none, none, none}, 7};
+    const DistanceTable table{{"a", "b", "c"}, {1.5, none, none}, 7};
     EXPECT_EQ(written(table, 'G'), ",G1_a,G2_b,G3_c,\nG1_a,0,1.5,7,\nG2_b,1.5,0,7,\nG3_c,7,7,0,\n");
 }
 
 TEST(DistanceTable, NumbersHaveSixSignificantDigits) {
-    const DistanceTable table{{"a", "b"}, {none, 0.123456789, none, none}, 2};
+    const DistanceTable table{{"a", "b"}, {0.123456789}, 2};
     EXPECT_NE(written(table, 'I').find("I1_a,0,0.123457,\n"), std::string::npos);
 }
 
-TEST(DistanceTable, DiagonalIsZeroWhateverItHolds) {
-    const DistanceTable table{{"a"}, {0.5}, 2};
+TEST(DistanceTable, OneMotifIsAtNoDistanceFromItself) {
+    const DistanceTable table{{"a"}, {}, 2};
     EXPECT_EQ(written(table, 'I'), ",I1_a,\nI1_a,0,\n");
+}
+
+TEST(DistanceTable, EveryPairHasACellOfItsOwn) {
+    constexpr std::size_t motifs = 7;
+    std::set<std::size_t> cells;
+    for (std::size_t motif = 0; motif < motifs; ++motif) {
+        for (std::size_t other = 0; other < motif; ++other) {
+            EXPECT_EQ(pairCell(motif, other), pairCell(other, motif));
+            EXPECT_LT(pairCell(motif, other), pairsOf(motifs));
+            cells.insert(pairCell(motif, other));
+        }
+    }
+    EXPECT_EQ(cells.size(), pairsOf(motifs));
+    EXPECT_EQ(pairsOf(0), 0U);
+    EXPECT_EQ(pairsOf(100'000), 4'999'950'000U);
 }
 
 }  // namespace
