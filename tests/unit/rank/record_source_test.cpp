@@ -37,7 +37,7 @@ RecordLists recordsOf(const RecordSource& source, std::size_t motifs) {
         for (const SortKey& key : scratch.records.keys) {
             // Equal scores are settled by place, so the places have to grow in the order of the list.
             const SortKey place(0, key.place());
-            if (earlier) EXPECT_TRUE(*earlier < place) << motif;
+            EXPECT_TRUE(!earlier || *earlier < place) << motif;
             earlier = place;
             lists[motif].push_back(source.recordOf(motif, scratch.records, key));
             EXPECT_EQ(lists[motif].back().combinedScore, key.score());
