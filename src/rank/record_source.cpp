@@ -84,7 +84,7 @@ RecordSource heldRecords(const RecordLists& lists, PartnerID partnerID) {
         [&lists, partnerID](std::size_t motif, RecordScratch& scratch) {
             std::vector<SortKey>& room = scratch.rooms.keys;
             room.clear();
-            requireAtMost(lists[motif].size(), mostRecordsOfMotif, "records of a motif");
+            requireAtMost(lists[motif].size(), mostAlignmentsOfMotif, "records of a motif");
             for (const dataCombinedScore& record : lists[motif]) {
                 // The sliding motif is told so that places ascend in both directions: a list is in order as it stands.
                 const Sliding ascending = record.direction == Direction::forward ? Sliding::left : Sliding::right;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "run/run_limits.h"
 #include "run/shared_records.h"
 #include "scan/region_rule.h"
 
@@ -25,7 +26,7 @@ struct RecordPlace {
 class SortKey {
   public:
     static constexpr unsigned partnerBits = 28;
-    static constexpr unsigned alignmentBits = 30;
+    static_assert(mostMotifs <= std::size_t{1} << partnerBits);
 
     SortKey() = default;
     /// The place must fit its bits.

@@ -69,7 +69,7 @@ std::optional<std::string> groupOf(const GroupVersion& version, const std::strin
         // "0::PATH", or "4:memory:PATH" with one or more controllers
         const std::size_t first = line.find(':');
         const std::size_t second = first == std::string::npos ? first : line.find(':', first + 1);
-        if (second == std::string::npos) continue;
+        if (second == std::string::npos || line.find('/', second) != second + 1) continue;
         const std::string controllers = line.substr(first + 1, second - first - 1);
         if (version.controller.empty() ? controllers.empty() : isInList(controllers, version.controller)) {
             return line.substr(second + 1);

@@ -19,11 +19,9 @@ inline constexpr std::size_t mostMotifs = std::size_t{partnerMask} + 1;
 /// Columns of a motif. Positions and overlaps of two such motifs fit the 30 bits of a record, their sums an int.
 inline constexpr std::size_t mostColumns = std::size_t{1} << 28U;
 static_assert(mostMotifs <= std::size_t{1} << 30U && mostColumns < std::size_t{1} << 30U);
-/// Alignments of one motif: the places of their records must fit SortKey::place, with two bits to tell them apart.
-inline constexpr std::size_t mostAlignmentsOfMotif = std::size_t{1} << 30U;
-
-/// Records of one motif, where they are held: their places must fit SortKey::place.
-inline constexpr std::size_t mostRecordsOfMotif = std::size_t{1} << 32U;
+/// Alignments of one motif, and records of one motif where they are held: what fits the place in a SortKey.
+inline constexpr unsigned alignmentBits = 30;
+inline constexpr std::size_t mostAlignmentsOfMotif = std::size_t{1} << alignmentBits;
 
 /// Ends the process with the sentence "Error: <what>." on standard error and status 1.
 [[noreturn]] void endForLack(const std::string& what) noexcept;

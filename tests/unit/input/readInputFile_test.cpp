@@ -92,12 +92,6 @@ TEST_F(ReadInputFileTest, EmptyFileAndEmptyLinesGiveNothing) {
     EXPECT_EQ(dNum, 3);
 }
 
-TEST_F(ReadInputFileTest, FolderEndsLikeAnEmptyFile) {
-    readInputFile("", 0);
-    EXPECT_THAT(Datasets, IsEmpty());
-    EXPECT_EQ(dNum, 2);
-}
-
 TEST_F(ReadInputFileTest, LastLineEndClosesTheLastBlock) {
     readText(">a\nACGT\n\n>b\nACGT\n");
     EXPECT_THAT(names(), ElementsAre("a", "b"));
@@ -230,14 +224,16 @@ TEST_F(ReadInputFileTest, BinaryInputIsReadToItsEnd) {
 
 using ReadInputFileDeathTest = ReadInputFileTest;
 
-TEST_F(ReadInputFileDeathTest, MissingFileEndsTheRun) {
+TEST_F(ReadInputFileDeathTest, MissingFilesAndFoldersEndTheRun) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            dup2(STDERR_FILENO, STDOUT_FILENO);
-            readInputFile("missing.txt", 0);
-        },
-        ::testing::ExitedWithCode(1), "Invalid input path or file name.\n$");
+    for (const char* name : {"missing.txt", ""}) {
+        EXPECT_EXIT(
+            {
+                dup2(STDERR_FILENO, STDOUT_FILENO);
+                readInputFile(name, 0);
+            },
+            ::testing::ExitedWithCode(1), "Invalid input path or file name.\n$");
+    }
 }
 
 }  // namespace

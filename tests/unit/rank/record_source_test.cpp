@@ -58,7 +58,7 @@ class RecordSourceTest : public testing::RunTest {};
 
 TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
     RecordLists lists(2);
-    for (const int partner : {5, 3}) {
+    for (const int partner : {3, 5}) {
         dataCombinedScore record{};
         record.matrixID1 = 2;
         record.matrixID2 = partner;
@@ -68,11 +68,11 @@ TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
     const RecordSource source = heldInputRecords(lists);
     const RecordLists records = recordsOf(source, 2);
     EXPECT_TRUE(records[0].empty());
-    EXPECT_EQ(combinedScores(records[1]), (std::vector{1.25, 0.75}));
+    EXPECT_EQ(combinedScores(records[1]), (std::vector{0.75, 1.25}));
     RecordScratch scratch;
     source.listKeys(1, scratch);
-    EXPECT_EQ(scratch.keys[0].partner(), 4U);
-    EXPECT_EQ(scratch.keys[1].partner(), 2U);
+    EXPECT_EQ(scratch.keys[0].partner(), 2U);
+    EXPECT_EQ(scratch.keys[1].partner(), 4U);
 }
 
 TEST_F(RecordSourceTest, PartnerAgainstACollectionIsTheReferenceMotif) {

@@ -44,7 +44,7 @@ TEST(SortKey, ZerosOfBothSignsAreEqual) {
 
 TEST(SortKey, GivesItsPlaceBack) {
     constexpr std::uint32_t mostPartner = (1U << SortKey::partnerBits) - 1;
-    constexpr std::uint32_t mostAlignment = (1U << SortKey::alignmentBits) - 1;
+    constexpr std::uint32_t mostAlignment = (1U << alignmentBits) - 1;
     for (const Direction direction : {Direction::forward, Direction::backward}) {
         for (const Sliding sliding : {Sliding::left, Sliding::right}) {
             for (const std::uint32_t partner : {0U, 77U, mostPartner}) {
