@@ -106,8 +106,10 @@ std::optional<std::string> shownText(std::string_view text) {
 }
 
 void checkCarriedTexts(const std::string& text) {
-    require(text.empty() || wordOfShell(shellWord(text)) == text, "a shell takes the word as it was");
-    require(unquoted(insideQuotes(text)) == text, "a script reads the text as it was");
+    // A relative path that begins with "-" is carried as one that no tool takes for an option.
+    const std::string path = text.starts_with('-') ? "./" + text : text;
+    require(text.empty() || wordOfShell(shellWord(text)) == path, "a shell takes the word as the path");
+    require(unquoted(insideQuotes(text)) == path, "a script reads the text as the path");
     require(onlyCell(csvCell(text)) == text, "a table reads the cell as it was");
     require(shownText(escapeHTML(text)) == text, "a page shows the text as it was");
 }
