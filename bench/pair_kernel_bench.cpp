@@ -1,4 +1,4 @@
-#include "scan/pair_kernel.h"
+#include "scan/kernel/pair_kernel.h"
 
 #include <benchmark/benchmark.h>
 

@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <vector>
 
+#include "run/scored_shift.h"
 #include "run/shared_records.h"
-#include "scan/scored_shift.h"
 
 // The plain form of scoring: four walks over each pair of motifs, as the definition tells it and with no shortcut. It
 // is the yardstick of the kernel, both for results and for speed, and shares no code with it.

@@ -8,7 +8,7 @@
 
 #include "against_plain_form.h"
 #include "input/input_block.h"
-#include "input/readInput.h"
+#include "input/stages.h"
 #include "motif_source.h"
 #include "run/shared_records.h"
 #include "scratch_folder.h"

@@ -7,23 +7,15 @@
 #include <string>
 #include <string_view>
 
-#include "input/readInput.h"
-#include "rank/getResultsList.h"
+#include "input/stages.h"
 #include "rank/input_ranking.h"
-#include "report/writeFooterGlobalText.h"
-#include "report/writeFooterText.h"
-#include "report/writeFooterTextWithoutMotif.h"
-#include "report/writeHeaderGlobalText.h"
-#include "report/writeHeaderText.h"
-#include "report/writeHeaderTextWithoutMotif.h"
-#include "run/memory_plan.h"
+#include "rank/memory_plan.h"
+#include "rank/stages.h"
+#include "report/stages.h"
 #include "run/runDialogue.h"
 #include "run/shared_records.h"
-#include "scan/backwardScan.h"
-#include "scan/calculateSumScoresCompare.h"
-#include "scan/forwardScan.h"
-#include "scan/getMaxScores.h"
 #include "scan/pair_scan.h"
+#include "scan/stages.h"
 
 // stage_times [held|remade]: takes the answers of the dialogue, runs the stages between input motifs as the program
 // does (text reports, no tree, no merging, no collection) and prints what each took to standard error, one line of

@@ -7,7 +7,7 @@
 
 #include "fuzz/plain_blocks.h"
 #include "fuzz/targets.h"
-#include "report/html_text.h"
+#include "report/page/html_text.h"
 #include "run/checks.h"
 #include "run/output_names.h"
 #include "run/outside_text.h"

@@ -7,7 +7,7 @@
 
 #include "fuzz/plain_blocks.h"
 #include "fuzz/targets.h"
-#include "input/readInputFile.h"
+#include "input/stages.h"
 #include "run/shared_records.h"
 
 namespace varnolix::fuzz {

@@ -3,8 +3,8 @@
 #include <map>
 #include <utility>
 
-#include "database/collections.h"
-#include "input/readTransfacInput.h"
+#include "input/readers.h"
+#include "run/collections.h"
 #include "run/run_limits.h"
 #include "run/run_text.h"
 

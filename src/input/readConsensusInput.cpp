@@ -1,4 +1,4 @@
-#include "input/readConsensusInput.h"
+#include "input/readers.h"
 
 #include <algorithm>
 #include <iterator>

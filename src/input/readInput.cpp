@@ -1,9 +1,7 @@
-#include "input/readInput.h"
+#include "input/stages.h"
 
 #include <algorithm>
 #include <iostream>
-
-#include "input/readInputFile.h"
 
 namespace varnolix {
 

@@ -1,16 +1,9 @@
-#include "input/readInputFile.h"
+#include "input/stages.h"
 
 #include <utility>
 
 #include "input/block_shape.h"
-#include "input/readConsensusInput.h"
-#include "input/readJasparInput.h"
-#include "input/readMEMEInput.h"
-#include "input/readMatrixHInput.h"
-#include "input/readMatrixVInput.h"
-#include "input/readRawPSSMInput.h"
-#include "input/readSeqAlignInput.h"
-#include "input/readTransfacInput.h"
+#include "input/readers.h"
 #include "run/run_text.h"
 
 namespace varnolix {

@@ -1,4 +1,4 @@
-#include "input/readJasparInput.h"
+#include "input/readers.h"
 
 #include "input/removeSpecialCharacters.h"
 

@@ -1,6 +1,4 @@
-#include "input/readMEMEInput.h"
-
-#include "input/readRawPSSMInput.h"
+#include "input/readers.h"
 
 namespace varnolix {
 

@@ -1,4 +1,4 @@
-#include "input/readMatrixHInput.h"
+#include "input/readers.h"
 
 namespace varnolix {
 

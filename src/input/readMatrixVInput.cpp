@@ -1,4 +1,4 @@
-#include "input/readMatrixVInput.h"
+#include "input/readers.h"
 
 namespace varnolix {
 

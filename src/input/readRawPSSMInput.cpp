@@ -1,4 +1,4 @@
-#include "input/readRawPSSMInput.h"
+#include "input/readers.h"
 
 namespace varnolix {
 

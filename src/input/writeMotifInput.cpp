@@ -1,10 +1,10 @@
-#include "input/writeMotifInput.h"
+#include "input/stages.h"
 
 #include <cerrno>
 #include <cstring>
 
-#include "input/printFileNameTypeCount.h"
-#include "report/text_columns.h"
+#include "report/text/file_table.h"
+#include "report/text/text_columns.h"
 #include "run/output_file.h"
 #include "run/shared_records.h"
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "input/getConsensusString.h"
-#include "report/text_columns.h"
+#include "report/text/text_columns.h"
 #include "run/record_fields.h"
 
 namespace varnolix {

@@ -6,9 +6,8 @@
 
 #include "input/getRevCompMotif.h"
 #include "merge/alignTwoMatrices.h"
-#include "merge/backwardScanTwoMatrices.h"
 #include "merge/combinedTwoMatrices.h"
-#include "merge/forwardScanTwoMatrices.h"
+#include "merge/stages.h"
 #include "run/record_fields.h"
 
 namespace varnolix {

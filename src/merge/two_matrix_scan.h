@@ -3,7 +3,7 @@
 #include <vector>
 
 #include "run/shared_records.h"
-#include "scan/pair_kernel.h"
+#include "scan/kernel/pair_kernel.h"
 
 namespace varnolix {
 

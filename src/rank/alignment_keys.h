@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "rank/sort_key.h"
+#include "run/scored_shift.h"
 #include "run/shared_records.h"
 #include "scan/pair_scan.h"
-#include "scan/scored_shift.h"
 
 // The sort keys of the records of one motif, straight from its alignments, and the record that a key stands for. So a
 // record that is not kept need never be made. Keys stand in the order in which the scans make the records. Tested by

@@ -3,7 +3,7 @@
 #include <unordered_map>
 
 #include "rank/best_matches.h"
-#include "report/result_text.h"
+#include "report/text/result_text.h"
 
 namespace varnolix {
 

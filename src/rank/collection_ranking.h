@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "rank/record_source.h"
-#include "rank/report_passes.h"
+#include "report/report_passes.h"
 #include "run/shared_records.h"
 
 // The best matches of input motifs in the reference collection. Motifs are not ranked here: each one with a match is

@@ -1,20 +1,16 @@
-#include "rank/getResultsList.h"
+#include "rank/stages.h"
 
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "rank/input_ranking.h"
-#include "rank/report_passes.h"
-#include "report/WriteTopResultsGlobalMatchingList.h"
-#include "report/WriteTopResultsGlobalMatchingListHTML.h"
-#include "report/WriteTopResultsList.h"
-#include "report/WriteTopResultsListHTML.h"
-#include "report/WriteTopResultsListWithoutMotif.h"
-#include "report/result_text.h"
-#include "run/memory_plan.h"
+#include "rank/memory_plan.h"
+#include "report/report_passes.h"
+#include "report/stages.h"
+#include "report/text/result_text.h"
+#include "run/settings.h"
 #include "run/shared_records.h"
-#include "tree/tree_plot.h"
 
 namespace varnolix {
 
@@ -32,10 +28,6 @@ const ReportPass fullPagePass{reports::fullPage, PassForm::page, WriteTopResults
 const ReportPass globalPagePass{reports::globalPage, PassForm::page, [](const Records& list, int, long id) {
                                     WriteTopResultsGlobalMatchingListHTML(list, id);
                                 }};
-
-bool isTypeAll() {
-    return outputFileType == "All";
-}
 
 RecordLists groupsOf(const std::vector<int>& motifs, const RecordLists& bestMatches) {
     RecordLists groups;

@@ -11,8 +11,8 @@
 #include <optional>
 #include <string_view>
 
-#include "database/collections.h"
 #include "run/checks.h"
+#include "run/collections.h"
 #include "run/output_file.h"
 #include "run/output_names.h"
 #include "run/shared_records.h"

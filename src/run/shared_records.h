@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "scan/scored_shift.h"
+#include "run/scored_shift.h"
 
 // The records of the program and its globals, with their start values in shared_records.cpp. Stages read their settings
 // and input here and leave their results here; the algorithms below them take parameters and touch no global.

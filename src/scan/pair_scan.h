@@ -5,10 +5,10 @@
 #include <span>
 #include <vector>
 
+#include "run/scored_shift.h"
 #include "run/shared_records.h"
-#include "scan/pair_kernel.h"
+#include "scan/kernel/pair_kernel.h"
 #include "scan/region_rule.h"
-#include "scan/scored_shift.h"
 
 // The scan of motif pairs, for every list of motifs that is compared with another: the kernel takes the pairs it can,
 // the plain form the others.

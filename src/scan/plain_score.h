@@ -2,9 +2,9 @@
 
 #include <vector>
 
+#include "run/scored_shift.h"
 #include "run/shared_records.h"
-#include "scan/pair_kernel.h"
-#include "scan/scored_shift.h"
+#include "scan/kernel/pair_kernel.h"
 
 // The plain form of the score of an alignment, for the pairs that the kernel does not take: motifs of very many columns
 // and values outside [0, 1], whose sums depend on the order of addition.

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <span>
 
+#include "run/scored_shift.h"
 #include "run/shared_records.h"
-#include "scan/scored_shift.h"
 
 // Which records the scans make of the scored alignments of a pair, and in which order.
 //

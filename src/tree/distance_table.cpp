@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "report/text_columns.h"
+#include "report/text/text_columns.h"
 #include "run/run_text.h"
 
 namespace varnolix {

@@ -1,6 +1,6 @@
 #include "tree/tree_page.h"
 
-#include "report/text_columns.h"
+#include "report/text/text_columns.h"
 #include "run/run_text.h"
 
 namespace varnolix {

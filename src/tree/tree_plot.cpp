@@ -33,14 +33,6 @@ std::string plotScript(const std::string& tablePath, const std::string& imagePat
            "options(warn = 0)\n";
 }
 
-bool isLocalTreeDrawn() {
-    return motifCluster == "Y" && outputFileType == "All";
-}
-
-bool isGlobalTreeDrawn() {
-    return motifCluster == "Y" && numFile > 1;
-}
-
 void drawTree(DistanceTable& table, const TreeFiles& files) {
     const std::string tablePath = outputPath + files.table;
     const std::string scriptPath = outputPath + files.script;

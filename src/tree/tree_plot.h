@@ -20,10 +20,6 @@ inline constexpr TreeFiles listTree{'I', "Distance_Matrix.csv", "Plot_File.R", "
 inline constexpr TreeFiles globalTree{'G', "Global_Matching_Distance_Matrix.csv", "Global_Matching_Plot_File.R",
                                       "Global_Matching_Phylogenetic_Tree.png"};
 
-/// Which trees the answers ask for: that of all records with all report types, the one across files with several files.
-bool isLocalTreeDrawn();
-bool isGlobalTreeDrawn();
-
 /// The script that draws the image from the table.
 std::string plotScript(const std::string& tablePath, const std::string& imagePath);
 

@@ -1,4 +1,4 @@
-#include "run/usable_memory.h"
+#include "rank/usable_memory.h"
 
 // The program on a machine that has hardly any memory, as far as it knows: no records are held, and the ranking takes
 // few motifs at a time.

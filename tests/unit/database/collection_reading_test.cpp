@@ -5,9 +5,7 @@
 
 #include <filesystem>
 
-#include "database/readJasparDatabase.h"
-#include "database/readTransfacDatabase.h"
-#include "database/readUniprobeDatabase.h"
+#include "database/stages.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {

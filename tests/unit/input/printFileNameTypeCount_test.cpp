@@ -1,4 +1,6 @@
-#include "input/printFileNameTypeCount.h"
+#include "input/stages.h"
+
+#include "report/text/file_table.h"
 
 #include "support/console.h"
 #include "support/run_fixture.h"

@@ -1,4 +1,4 @@
-#include "input/readInputFile.h"
+#include "input/stages.h"
 
 #include <gmock/gmock.h>
 #include <unistd.h>

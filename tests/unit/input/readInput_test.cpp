@@ -1,4 +1,4 @@
-#include "input/readInput.h"
+#include "input/stages.h"
 
 #include "support/run_fixture.h"
 

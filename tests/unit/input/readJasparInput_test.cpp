@@ -1,4 +1,4 @@
-#include "input/readJasparInput.h"
+#include "input/readers.h"
 
 #include "support/run_fixture.h"
 

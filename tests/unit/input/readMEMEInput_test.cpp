@@ -1,4 +1,4 @@
-#include "input/readMEMEInput.h"
+#include "input/readers.h"
 
 #include "support/run_fixture.h"
 

@@ -1,4 +1,4 @@
-#include "input/readSeqAlignInput.h"
+#include "input/readers.h"
 
 #include <cmath>
 

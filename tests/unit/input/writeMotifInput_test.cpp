@@ -1,4 +1,4 @@
-#include "input/writeMotifInput.h"
+#include "input/stages.h"
 
 #include <cmath>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "rank/getResultsList.h"
+#include "rank/stages.h"
 
 #include <gmock/gmock.h>
 
@@ -7,10 +7,7 @@
 #include <sstream>
 
 #include "run/output_names.h"
-#include "scan/backwardScan.h"
-#include "scan/calculateSumScoresCompare.h"
-#include "scan/forwardScan.h"
-#include "scan/getMaxScores.h"
+#include "scan/stages.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {

@@ -4,12 +4,9 @@
 
 #include <optional>
 
-#include "scan/backwardScan.h"
-#include "scan/calculateSumScoresCompare.h"
-#include "scan/forwardScan.h"
-#include "scan/getMaxScores.h"
 #include "scan/plain_walk.h"
 #include "scan/score_bounds.h"
+#include "scan/stages.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 

@@ -4,7 +4,7 @@
 
 #include <cstdlib>
 
-#include "run/usable_memory.h"
+#include "rank/usable_memory.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {

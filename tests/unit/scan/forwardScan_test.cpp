@@ -1,6 +1,5 @@
-#include "scan/forwardScan.h"
+#include "scan/stages.h"
 
-#include "scan/backwardScan.h"
 #include "scan/plain_walk.h"
 #include "support/run_fixture.h"
 

@@ -7,9 +7,8 @@
 #include <limits>
 #include <tuple>
 
-#include "scan/backwardScan.h"
-#include "scan/forwardScan.h"
 #include "scan/plain_walk.h"
+#include "scan/stages.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 

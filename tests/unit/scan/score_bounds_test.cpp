@@ -2,12 +2,7 @@
 
 #include <omp.h>
 
-#include "scan/calculateSumScoresCompare.h"
-#include "scan/calculateSumScoresCompareDatabase.h"
-#include "scan/calculateSumScoresCompareDatabaseGlobal.h"
-#include "scan/getMaxScores.h"
-#include "scan/getMaxScoresDatabase.h"
-#include "scan/getMaxScoresDatabaseGlobal.h"
+#include "scan/stages.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {

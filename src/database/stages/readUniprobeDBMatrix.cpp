@@ -1,0 +1,12 @@
+#include "database/stages.h"
+
+#include "database/collection_reading.h"
+#include "run/collections.h"
+
+namespace varnolix {
+
+void readUniprobeDBMatrix(const Block& rows) {
+    DatabaseDatasets = motifsOfBaseRows(rows, findCollection(DBName)->taxon);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,10 @@
+#include "merge/stages.h"
+
+namespace varnolix {
+
+std::vector<dataCombinedScore> backwardScanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2,
+                                                       const CutoffTable& cutoff) {
+    return scanTwoMatrices(matrix1, matrix2, Direction::backward, cutoff);
+}
+
+}  // namespace varnolix

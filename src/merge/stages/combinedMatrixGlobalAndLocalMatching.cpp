@@ -1,0 +1,11 @@
+#include "merge/stages.h"
+
+#include "merge/merge_group.h"
+
+namespace varnolix {
+
+void combinedMatrixGlobalAndLocalMatching(const std::vector<dataCombinedScore>& group) {
+    mergeGroup(group, mergedMotifListGlobalAndLocal, mergedMotifGlobalAndLocalMatching);
+}
+
+}  // namespace varnolix

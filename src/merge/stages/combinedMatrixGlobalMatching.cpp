@@ -1,0 +1,11 @@
+#include "merge/stages.h"
+
+#include "merge/merge_group.h"
+
+namespace varnolix {
+
+void combinedMatrixGlobalMatching(const std::vector<dataCombinedScore>& group) {
+    mergeGroup(group, mergedMotifList, mergedMotifGlobalMatching);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,116 @@
+#include "rank/memory_plan.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+#include <vector>
+
+#include "rank/usable_memory.h"
+#include "run/memory_limits.h"
+#include "run/run_limits.h"
+#include "run/settings.h"
+#include "scan/kernel/pair_kernel.h"
+#include "scan/region_rule.h"
+#include "tree/distance_table.h"
+
+namespace varnolix {
+
+namespace {
+
+constexpr std::size_t sampledMotifs = 48;
+
+/// Some motifs of the list, evenly spread.
+std::vector<data> sample(std::span<const data> motifs) {
+    const std::size_t count = std::min(motifs.size(), sampledMotifs);
+    std::vector<data> chosen;
+    for (std::size_t k = 0; k < count; ++k) chosen.push_back(motifs[k * motifs.size() / count]);
+    return chosen;
+}
+
+/// All alignments of the pair: what the plain form would score is not worth scoring for an estimate.
+double mostAlignments(const data& left, const data& right) {
+    const PairLengths lengths{static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
+    return std::max(0, mostShift(lengths, overlap) - leastShift(lengths, overlap) + 1);
+}
+
+double shareOfMemory(double share) {
+    return share * static_cast<double>(usableMemory());
+}
+
+}  // namespace
+
+double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
+    const std::vector<data> someLefts = sample(lefts);
+    const std::vector<data> someRights = sample(rights);
+    const KernelMotifs kernelLefts(someLefts);
+    const KernelMotifs kernelRights(someRights);
+    const CutoffTable cutoffTable(cutoff);
+    std::vector<ScoredShift> kept;
+    KernelScratch scratch;
+    double alignments = 0;
+    double sampledPairs = 0;
+    for (std::size_t left = 0; left < someLefts.size(); ++left) {
+        // Within one list a motif is not compared with itself, nor a pair twice.
+        for (std::size_t right = isOneList ? left + 1 : 0; right < someRights.size(); ++right) {
+            ++sampledPairs;
+            if (kernelLefts.isExact(left) && kernelRights.isExact(right)) {
+                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, cutoffTable, OuterMotif::left, kept,
+                            scratch);
+            } else {
+                alignments += mostAlignments(someLefts[left], someRights[right]);
+            }
+        }
+    }
+    if (sampledPairs == 0) return 0;
+    alignments += static_cast<double>(kept.size());
+    const double pairs = static_cast<double>(lefts.size()) * static_cast<double>(rights.size()) / (isOneList ? 2 : 1);
+    return pairs * (alignments / sampledPairs);
+}
+
+double recordBytes(double alignments) {
+    // An alignment is one record in each direction, and seldom two.
+    return alignments * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
+}
+
+std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes) {
+    // Pairs grow with the square of the motifs.
+    const double needed = alignments * sizeof(ScoredShift);
+    const auto blocks = static_cast<std::size_t>(needed <= bytes ? 1 : std::ceil(std::sqrt(needed / bytes)));
+    return std::max<std::size_t>(1, (motifs + blocks - 1) / blocks);
+}
+
+double surelyNeededBytes() {
+    // Both strands, each column with its levels, these once more in the groups.
+    constexpr double perColumn = 2 * (sizeof(KernelColumn) + 3 * sizeof(KernelLevels));
+    double columns = 0;
+    for (const data& motif : Datasets) {
+        if (motif.matrix.size() <= mostKernelColumns) columns += static_cast<double>(motif.matrix.size());
+    }
+    const int trees = (isLocalTreeDrawn() ? 1 : 0) + (isGlobalTreeDrawn() ? 1 : 0);
+    return columns * perColumn + trees * static_cast<double>(pairsOf(Datasets.size())) * sizeof(double);
+}
+
+void requireRoom(double bytes) {
+    const auto left = static_cast<double>(memoryLeft());
+    if (bytes <= left) return;
+    const auto inMegabytes = [](double amount) {
+        return std::to_string(std::llround(std::ceil(amount / 1e6))) + " MB";
+    };
+    endForLack("this job needs " + inMegabytes(bytes) + " of memory beside its motifs, and there are only " +
+               inMegabytes(left));
+}
+
+bool holdsInputRecords() {
+    return recordBytes(estimatedAlignments(Datasets, Datasets, true, simCutoff)) <= shareOfMemory(recordShare);
+}
+
+bool holdsCollectionRecords() {
+    return recordBytes(estimatedAlignments(Datasets, DatabaseDatasets, false, simCutoff)) <= shareOfMemory(recordShare);
+}
+
+std::size_t inputMotifsPerBlock() {
+    return motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, simCutoff),
+                          shareOfMemory(alignmentShare));
+}
+
+}  // namespace varnolix

@@ -1,0 +1,14 @@
+#include "rank/stages.h"
+
+#include "rank/collection_ranking.h"
+#include "report/stages.h"
+
+namespace varnolix {
+
+void getDatabaseGlobalResultsList() {
+    writeCollectionSections(heldCollectionRecords(DatasetsCombinedScoreDatabaseGlobalLists),
+                            {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
+                             {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
+}
+
+}  // namespace varnolix

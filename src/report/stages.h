@@ -1,0 +1,102 @@
+#pragma once
+
+#include <vector>
+
+#include "run/shared_records.h"
+
+// The stages that write the reports, in the order of the run. Each has a unit of its own name in stages/.
+
+namespace varnolix {
+
+// --- logos
+
+/// Draws the logos of all input motifs.
+void writeMotif();
+/// Draws the two logos of one input motif.
+void writeMotifImage(const Matrix& matrix, long id);
+/// Draws the logos of all motifs of the collection.
+void writeDatabaseMotif();
+/// Draws the two logos of one motif of the collection.
+void writeDatabaseMotifImage(const Matrix& matrix, long id);
+
+// --- headers: each empties its report
+
+/// Begins the text report of the matches across files.
+void writeHeaderGlobalText();
+/// Begins the text report of the top motifs in the collection.
+void writeHeaderGlobalTextDatabaseMatch();
+/// Begins the page of the matches across files.
+void writeHeaderGlobalHTMLOrPDF();
+/// Begins the page of the top motifs in the collection.
+void writeHeaderGlobalHTMLOrPDFDatabaseMatch();
+/// Begins the full text report.
+void writeHeaderText();
+/// Begins the text report without matrices.
+void writeHeaderTextWithoutMotif();
+/// Begins the full page.
+void writeHeaderHTMLOrPDF();
+/// Begins the text report of the matches in the collection.
+void writeHeaderTextDatabaseMatch();
+/// Begins the same without matrices.
+void writeHeaderTextWithoutMotifDatabaseMatch();
+/// Begins the page of the matches in the collection.
+void writeHeaderHTMLOrPDFDatabaseMatch();
+
+// --- result sections: each appends the best matches of the motif with this id
+
+/// To the full text report.
+void WriteTopResultsList(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the text report without matrices.
+void WriteTopResultsListWithoutMotif(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the text report of the matches across files.
+void WriteTopResultsGlobalMatchingList(const std::vector<dataCombinedScore>& list, long id);
+/// To the full page.
+void WriteTopResultsListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the page of the matches across files.
+void WriteTopResultsGlobalMatchingListHTML(const std::vector<dataCombinedScore>& list, long id);
+/// To the text report of the matches in the collection.
+void WriteDatabaseTopResultsList(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the same without matrices.
+void WriteDatabaseTopResultsListWithoutMotif(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the page of the matches in the collection.
+void WriteDatabaseTopResultsListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the text report of the top motifs in the collection.
+void WriteDatabaseTopResultsGlobalList(const std::vector<dataCombinedScore>& list, int mode, long id);
+/// To the page of the top motifs in the collection.
+void WriteDatabaseTopResultsGlobalListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
+
+// --- footers: each closes its report with the run time
+
+/// Ends the text report of the matches across files.
+void writeFooterGlobalText();
+/// Ends the text report of the top motifs in the collection.
+void writeFooterGlobalTextDatabaseMatch();
+/// Ends the page of the matches across files.
+void writeFooterGlobalHTMLOrPDF();
+/// Ends the page of the top motifs in the collection.
+void writeFooterGlobalHTMLOrPDFDatabaseMatch();
+/// Ends the full text report.
+void writeFooterText();
+/// Ends the text report without matrices.
+void writeFooterTextWithoutMotif();
+/// Ends the full page.
+void writeFooterHTMLOrPDF();
+/// Ends the text report of the matches in the collection.
+void writeFooterTextDatabaseMatch();
+/// Ends the same without matrices.
+void writeFooterTextWithoutMotifDatabaseMatch();
+/// Ends the page of the matches in the collection.
+void writeFooterHTMLOrPDFDatabaseMatch();
+
+// --- PDF conversion
+
+/// Converts the page of the matches across files.
+void convertHTMLToPDFGlobal();
+/// Converts the page of the top motifs in the collection.
+void convertHTMLToPDFGlobalDatabaseMatch();
+/// Converts the full page.
+void convertHTMLToPDF();
+/// Converts the page of the matches in the collection.
+void convertHTMLToPDFDatabaseMatch();
+
+}  // namespace varnolix

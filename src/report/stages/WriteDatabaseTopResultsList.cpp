@@ -1,0 +1,11 @@
+#include "report/stages.h"
+
+#include "report/text/result_text.h"
+
+namespace varnolix {
+
+void WriteDatabaseTopResultsList(const std::vector<dataCombinedScore>& list, int mode, long id) {
+    writeResultList(reports::database, {MotifDetail::matrices, ComparedWith::collection}, list, mode, id);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "report/stages.h"
+
+#include "report/pdf_conversion.h"
+
+namespace varnolix {
+
+void convertHTMLToPDFGlobal() {
+    convertPage("HTML_Global_Matching_Results");
+}
+
+}  // namespace varnolix

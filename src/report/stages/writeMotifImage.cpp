@@ -1,0 +1,11 @@
+#include "report/stages.h"
+
+#include "report/page/motif_logos.h"
+
+namespace varnolix {
+
+void writeMotifImage(const Matrix& matrix, long id) {
+    drawLogos(matrix, 'M', id);
+}
+
+}  // namespace varnolix

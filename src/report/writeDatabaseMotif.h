@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Makes the logos of all reference motifs, one after the other.
-void writeDatabaseMotif();
-
-}  // namespace varnolix

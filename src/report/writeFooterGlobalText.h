@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Appends the footer to the text report of the global matching.
-void writeFooterGlobalText();
-
-}  // namespace varnolix

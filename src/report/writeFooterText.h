@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Appends the footer to the text report of the motif-against-motif results.
-void writeFooterText();
-
-}  // namespace varnolix

@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Empties the page of the global matching and writes its header.
-void writeHeaderGlobalHTMLOrPDF();
-
-}  // namespace varnolix

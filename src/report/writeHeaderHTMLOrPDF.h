@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Empties the page of the motif-against-motif results and writes its header.
-void writeHeaderHTMLOrPDF();
-
-}  // namespace varnolix

@@ -1,9 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Gives each record its combinedScore, by the bounds of the motif that its list belongs to.
-/// Reads: maxScoresDatabaseGlobalList. Changes: DatasetsCombinedScoreDatabaseGlobalLists.
-void calculateSumScoresCompareDatabaseGlobal();
-
-}  // namespace varnolix

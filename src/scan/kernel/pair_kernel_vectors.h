@@ -1,0 +1,110 @@
+#pragma once
+
+#include "scan/kernel/pair_kernel_stages.h"
+
+// What the vector units of the pair kernel have in common. A unit defines VARNOLIX_TARGET, the attribute of code for
+// its processors, before it includes this, and gives its own part as Vectors:
+//
+//   lanes                     how many partners are filtered at once
+//   zero(), spread(columns)   no distance; two columns of the left motif, in every lane
+//   load(pairs, firstLane)    two columns of the partner of each lane
+//   columnMask(columns), masked(pair, mask)
+//                             leaves one column of two, or both
+//   addDistance(sum, a, b)    for each lane a sum of distances with those of two more columns
+//   inWords(original, rightReversed, leftReversed, bothReversed)
+//                             four sums of distances as words of 16 bits, in the order of Rivals
+//   partnerIndices(motifs)    for each lane the number of its partner
+//   withPlace(indices, bits)  the same with the bits of a place
+//   keep(words, limits, places, wanted, rivals, keptPlaces)
+//                             writes rivals and places of the lanes within the limits, with room for all lanes; returns
+//                             how many there are
+//   sumOf(left, right, columns)
+//                             the sum of cells in units of 2^-53
+
+namespace varnolix::kernel {
+
+/// Greatest distance of an alignment that may be kept, and how far behind the smallest one a rival may lie.
+struct DistanceLimits {
+    std::int16_t greatest;  ///< to be read without a sign
+    std::int16_t margin;
+};
+
+/// For each lane the distances over the columns that face each other, in the four orientations.
+/// @param right the pair of columns of the first facing one
+template <class Vectors>
+VARNOLIX_TARGET auto distances(const LeftMotif& left, int leftStart, const KernelLevelPairs* right,
+                               std::size_t firstLane, int columns) {
+    constexpr int columnsPerStep = 2;
+    const KernelLevels* levels = left.levels + leftStart;
+    auto original = Vectors::zero();
+    auto rightReversed = original;
+    auto leftReversed = original;
+    auto bothReversed = original;
+    const auto add = [&](auto only) VARNOLIX_TARGET {
+        const auto a = only(Vectors::spread(levels));
+        const auto aReversed = only(Vectors::spread(levels + left.length));
+        const auto b = only(Vectors::load(right[0], firstLane));
+        const auto bReversed = only(Vectors::load(right[1], firstLane));
+        original = Vectors::addDistance(original, a, b);
+        rightReversed = Vectors::addDistance(rightReversed, a, bReversed);
+        leftReversed = Vectors::addDistance(leftReversed, aReversed, b);
+        bothReversed = Vectors::addDistance(bothReversed, aReversed, bReversed);
+    };
+    for (; columns > columnsPerStep; columns -= columnsPerStep) {
+        add([](auto pair) VARNOLIX_TARGET { return pair; });
+        levels += columnsPerStep;
+        right += std::ptrdiff_t{2} * columnsPerStep;
+    }
+    // The last step counts one column or two.
+    const auto mask = Vectors::columnMask(columns);
+    add([&](auto pair) VARNOLIX_TARGET { return Vectors::masked(pair, mask); });
+    return Vectors::inWords(original, rightReversed, leftReversed, bothReversed);
+}
+
+template <class Vectors>
+VARNOLIX_TARGET void filterLanes(const LeftMotif& left, const Partners& partners, std::size_t firstLane,
+                                 const CutoffTable& cutoff, Candidates& candidates) {
+    const int least = static_cast<int>(leastKernelColumns);
+    const int rightLength = static_cast<int>(partners.group.length);
+    const KernelLevelPairs* rightLevels = partners.motifs.pairs(partners.group);
+    const unsigned wanted = partners.lanes >> firstLane & ((1U << Vectors::lanes) - 1U);
+    const auto indices = Vectors::partnerIndices(&partners.group.motifs[firstLane]);
+    std::size_t count = candidates.count;
+    for (int shift = least - left.length; shift <= rightLength - least; ++shift) {
+        const Overlap overlap = overlapAt(shift, left.length, rightLength);
+        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(overlap.columns));
+        if (greatest < 0) {
+            continue;
+        }
+        const DistanceLimits limits{static_cast<std::int16_t>(greatest),
+                                    static_cast<std::int16_t>(rivalDistancePerColumn * overlap.columns)};
+        const auto words = distances<Vectors>(
+            left, overlap.leftStart, rightLevels + std::ptrdiff_t{2} * overlap.rightStart, firstLane, overlap.columns);
+        const auto places = Vectors::withPlace(indices, placeBits(shift, overlap.columns));
+        // Written always and kept by moving on: a branch would be foretold badly, and spoil the others.
+        count += Vectors::keep(words, limits, places, wanted, &candidates.rivals[count], &candidates.places[count]);
+    }
+    candidates.count = count;
+}
+
+template <class Vectors>
+VARNOLIX_TARGET void filterShifts(const LeftMotif& left, const Partners& partners, const CutoffTable& cutoff,
+                                  Candidates& candidates) {
+    for (std::size_t firstLane = 0; partners.lanes >> firstLane != 0; firstLane += Vectors::lanes) {
+        filterLanes<Vectors>(left, partners, firstLane, cutoff, candidates);
+    }
+}
+
+template <class Vectors>
+VARNOLIX_TARGET void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
+    for (std::size_t n = 0; n < count; ++n) {
+        sums[n] = Vectors::sumOf(items[n].left, items[n].right, items[n].columns);
+    }
+}
+
+template <class Vectors>
+Stages vectorStages() {
+    return {filterShifts<Vectors>, sumCells<Vectors>};
+}
+
+}  // namespace varnolix::kernel

@@ -1,0 +1,12 @@
+#include "scan/stages.h"
+
+#include "run/shared_records.h"
+#include "scan/score_bounds.h"
+
+namespace varnolix {
+
+void calculateSumScoresCompareDatabase() {
+    setCombinedScores(DatasetsCombinedScoreDatabaseLists, maxScoresDatabaseList);
+}
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "tree/stages.h"
+
+#include "report/pdf_conversion.h"
+
+namespace varnolix {
+
+void convertHTMLToPDFPhylogeneticTree() {
+    convertPage("Phylogenetic_Tree");
+}
+
+}  // namespace varnolix

@@ -1,0 +1,11 @@
+#include "tree/stages.h"
+
+#include "tree/tree_plot.h"
+
+namespace varnolix {
+
+void getMotifCluster() {
+    drawTree(distanceMatrix, listTree);
+}
+
+}  // namespace varnolix

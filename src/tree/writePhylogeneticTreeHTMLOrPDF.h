@@ -1,8 +1,0 @@
-#pragma once
-
-namespace varnolix {
-
-/// Appends the tree of all motifs to its page.
-void writePhylogeneticTreeHTMLOrPDF();
-
-}  // namespace varnolix
