@@ -4,7 +4,7 @@
 #   check.sh [DIR]
 #
 # - clang-format: all sources stand as .clang-format would lay them out
-# - clang-tidy: src/ has no finding of .clang-tidy
+# - clang-tidy: src/ and tools/ have no finding of .clang-tidy
 # - shellcheck: the scripts have no finding
 #
 # DIR is the build folder for clang-tidy, configured with clang (build/tidy, made if it is missing). Exit
@@ -39,7 +39,7 @@ check_with() {
 }
 
 check_format() {
-    sources_in src tests bench fuzz | xargs -0 clang-format --dry-run -Werror
+    sources_in src tools tests bench fuzz | xargs -0 clang-format --dry-run -Werror
 }
 
 # The compile commands must be those of a clang, which knows its own OpenMP headers.
@@ -47,7 +47,7 @@ check_tidy() {
     if [[ ! -f $tidy_folder/build.ninja ]]; then
         cmake --preset debug -B "$tidy_folder" -D CMAKE_CXX_COMPILER=clang++ -D VARNOLIX_TESTS=OFF > /dev/null || return
     fi
-    find src -name '*.cpp' -print0 | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "$tidy_folder" --quiet
+    find src tools -name '*.cpp' -print0 | xargs -0 -n 4 -P "$(nproc)" clang-tidy -p "$tidy_folder" --quiet
 }
 
 check_shell() {

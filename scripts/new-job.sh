@@ -3,7 +3,7 @@
 #
 #   new-job.sh DIR
 #
-# DIR/motifs/      for the motif files, with the launcher of WebLogo
+# DIR/motifs/      for the motif files, with the client that has WebLogo draw the logos
 # DIR/result/      where the reports appear
 # DIR/databases/   links to the collections that are installed (see databases/README.md)
 # DIR/prince.php   makes the PDF files
@@ -72,7 +72,10 @@ link_project_file() {
 }
 
 write_run_script
-link_project_file "$project/tools/weblogo-3.4" "$job/motifs/weblogo-3.4"
+# The client for logos is built beside the program. Where it is not there yet, the launcher finds it later.
+logo_tool="$(realpath -m -- "$(dirname -- "$program")")/weblogo-3.4"
+[[ -x $logo_tool/weblogo ]] || logo_tool="$project/tools/weblogo-3.4"
+link_project_file "$logo_tool" "$job/motifs/weblogo-3.4"
 cat <<END
 Job folder $job
   motif files go into  $job/motifs/

@@ -51,6 +51,15 @@ class NewJob(ScriptTest):
         self.assertTrue(os.path.isfile(os.path.join(job, "prince.php")))
         self.assertFalse(os.path.islink(os.path.join(job, "prince.php")))
 
+    def test_logos_come_from_the_client_where_it_is_built(self):
+        client = self.path("project", "build", "release", "weblogo-3.4")
+        job, _ = self.make("job")
+        link = os.path.join(job, "motifs/weblogo-3.4")
+        self.assertEqual(os.readlink(link), self.path("project", "tools", "weblogo-3.4"))
+        write(os.path.join(client, "weblogo"), "#!/bin/sh\n", executable=True)
+        self.make("job")
+        self.assertEqual(os.readlink(link), client)
+
     def test_result_folder_is_the_input_path_less_seven_characters(self):
         job, printed = self.make("job")
         self.assertIn(f"input file's location    {job}/motifs/\n", printed)

@@ -5,7 +5,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
-TOOLS = Path(__file__).resolve().parents[2] / "tools"
+ROOT = Path(__file__).resolve().parents[2]
+TOOLS = ROOT / "tools"
 AWKWARD_NAME = "a job's \"own\" & folder"
 
 

@@ -1,6 +1,10 @@
-"""Keeps WebLogo and ghostscript loaded and draws logos for the launcher beside it.
+"""Keeps WebLogo and ghostscript loaded and draws logos for the client beside it.
 
-Started by the launcher: weblogo_worker.py SOCKET IDLE_SECONDS READY_DESCRIPTOR
+Started by the client (logo_client): weblogo_worker.py SOCKET IDLE_SECONDS READY_DESCRIPTOR
+
+Whoever holds the lock of a worker's slot, a file beside its socket, is the one that
+may talk to it. So there is never more than one request at a time, and a worker whose
+idle time is over takes the lock itself before it goes.
 
 WebLogo's own command line code runs here for every request, with the options,
 the input and the output of that request in place of the process's own. Its one
@@ -10,12 +14,13 @@ is kept and fed picture after picture on its standard input.
 A request is the options, separated by zero bytes, two zero bytes, and the
 matrix, up to the end of sending. The answer is the length of the picture, a line
 end and the picture. Anything but a picture drawn without a word is answered by
-nothing at all: the launcher then goes the plain way, which repeats the fault
+nothing at all: the client then goes the plain way, which repeats the fault
 with the right text and status.
 
 Tested by tests/tools/test_weblogo.py.
 """
 import contextlib
+import fcntl
 import io
 import os
 import signal
@@ -24,7 +29,7 @@ import subprocess
 import sys
 import warnings
 
-REQUEST_SECONDS = 8   # less than the launcher waits for an answer
+REQUEST_SECONDS = 8   # less than the client waits for an answer
 PAGE_WIDTH = "-dDEVICEWIDTHPOINTS="
 PAGE_HEIGHT = "-dDEVICEHEIGHTPOINTS="
 JPEG_END = b"\xff\xd9"   # cannot stand inside the coded picture
@@ -111,14 +116,13 @@ def close_all_but(ready):
 def listen(address):
     """A listening socket at `address`, never seen there half made.
 
-    It takes the place of one that another starter made at the same time; that
-    one's worker gets no more requests and ends when its idle time is over.
+    It takes the place of one that a worker left behind when it was killed.
     """
     listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
     newborn = f"{address}.{os.getpid()}"
     listener.bind(newborn)
     os.chmod(newborn, 0o600)
-    listener.listen(64)
+    listener.listen()
     os.rename(newborn, address)
     return listener
 
@@ -157,17 +161,24 @@ def answer(connection, weblogo_main):
         signal.alarm(0)
 
 
-def serve(listener, idle_seconds, weblogo_main):
-    """Answers requests one after the other until none has come for `idle_seconds`."""
+def serve(listener, may_end, idle_seconds, weblogo_main):
+    """Answers requests until none has come for `idle_seconds` and `may_end()`."""
     listener.settimeout(idle_seconds)
     while True:
         try:
             connection, _ = listener.accept()
         except TimeoutError:
-            return
+            if may_end():
+                return
+            continue
         with connection:
             connection.settimeout(None)   # the alarm bounds the whole request
             answer(connection, weblogo_main)
+
+
+def lock_of(address):
+    """The lock of the slot that has its socket at `address`."""
+    return os.path.splitext(address)[0] + ".lock"
 
 
 def remove_own(address, listener_inode):
@@ -175,6 +186,26 @@ def remove_own(address, listener_inode):
     with contextlib.suppress(FileNotFoundError):
         if os.stat(address).st_ino == listener_inode:
             os.unlink(address)
+
+
+def clear_away(address, listener_inode):
+    """Removes socket and lock of the slot; false where a caller has the slot by now."""
+    try:
+        lock = os.open(lock_of(address), os.O_RDWR | os.O_NOFOLLOW)
+    except FileNotFoundError:
+        remove_own(address, listener_inode)   # somebody has tidied up
+        return True
+    try:
+        fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
+        remove_own(address, listener_inode)
+        with contextlib.suppress(FileNotFoundError):
+            if os.path.samestat(os.fstat(lock), os.stat(lock_of(address))):
+                os.unlink(lock_of(address))
+        return True
+    except BlockingIOError:
+        return False
+    finally:
+        os.close(lock)
 
 
 def stop(_signal, _frame):
@@ -204,11 +235,11 @@ def main():
     try:
         os.write(ready, b"!")
         os.close(ready)
-        serve(listener, idle_seconds, _cli.main)
-    except Stopped:
-        pass
+        serve(listener, lambda: clear_away(address, inode), idle_seconds, _cli.main)
+    except (Stopped, BrokenPipeError):   # asked to end, or the starter is no more
+        if not clear_away(address, inode):
+            remove_own(address, inode)
     finally:
-        remove_own(address, inode)
         KeptGhostscript.throw_away()
 
 
