@@ -43,7 +43,8 @@ prove_logo() {
         echo "2 0 0.5 0.5 0 "
         echo "3 0.1 0.2 0.3 0.4 "
     } > matrix.txt
-    "$project/tools/weblogo-3.4/weblogo" --format jpeg --sequence-type dna --units bits --composition none \
+    # Drawn now, not taken from the store.
+    VARNOLIX_LOGO_STORE=no "$project/tools/weblogo-3.4/weblogo" --format jpeg --sequence-type dna --units bits --composition none \
         --first-index 1 --size medium --stacks-per-line 80 --show-xaxis YES --show-yaxis YES --ticmarks 1.0 \
         --errorbars NO --stack-width 20 --resolution 96 --scale-width yes --color-scheme classic \
         --color green A 'Adenine' --color blue C 'Cytosine' --color orange G 'Guanine' --color red T 'Thymine' \

@@ -45,6 +45,7 @@ class Job:
 
     def __init__(self, top, files, output_format, collection=None, tree="Y"):
         self.folder = Path(top) / JOB_FOLDER
+        self.environment = {**os.environ, "XDG_CACHE_HOME": f"{top}/cache"}     # not the user's store of logos
         self.call(ROOT / "scripts/new-job.sh", self.folder)
         for name, sites in files.items():
             (self.folder / "motifs" / name).write_text(sites_text(sites))
@@ -68,7 +69,7 @@ class Job:
     def call(self, *command):
         """Output of a command that must end well; its whole process group ends with the limit."""
         process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                                   text=True, start_new_session=True)
+                                   text=True, start_new_session=True, env=self.environment)
         try:
             output, _ = process.communicate(timeout=LIMIT)
         except subprocess.TimeoutExpired:

@@ -78,7 +78,7 @@ def wait_until(condition, seconds=15):
 
 
 class ClientCase(ToolCase):
-    """The built client as a job folder has it, with workers of the test's own."""
+    """The built client as a job folder has it, with workers of the test's own and no store."""
     needs = {"/usr/bin/weblogo": "python3-weblogo", "gs": "ghostscript"}
     idle_seconds = 20
 
@@ -86,11 +86,15 @@ class ClientCase(ToolCase):
         super().setUp()
         self.runtime = self.holder / "runtime"
         self.runtime.mkdir(mode=0o700)
+        self.cache = self.holder / "cache"
+        self.cache.mkdir()
         if not os.access(BUILT_CLIENT / "weblogo", os.X_OK):
             self.fail(f"{BUILT_CLIENT}/weblogo is not built")
         (self.folder / "weblogo-3.4").symlink_to(BUILT_CLIENT)
         self.environment = {"PATH": os.environ["PATH"],
                             "XDG_RUNTIME_DIR": str(self.runtime),
+                            "XDG_CACHE_HOME": str(self.cache),
+                            "VARNOLIX_LOGO_STORE": "no",
                             "VARNOLIX_LOGO_IDLE": str(self.idle_seconds)}
         self.addCleanup(self.end_workers)
 

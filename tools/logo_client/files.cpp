@@ -15,7 +15,7 @@ void Descriptor::close() {
 
 std::optional<std::string> readAll(int descriptor) {
     std::string content;
-    std::array<char, 65536> piece{};
+    std::array<char, 16384> piece{};
     while (true) {
         const ssize_t count = read(descriptor, piece.data(), piece.size());
         if (count == 0) return content;

@@ -1,11 +1,12 @@
 // Draws one sequence logo: WebLogo with a shorter way to it.
 //
 // The program calls this client once for every logo, with one of two option lists, the matrix on standard input and the
-// picture taken from standard output. It is drawn by a worker that has WebLogo and ghostscript loaded. Whatever a
-// worker cannot answer with a picture goes the plain way, through WebLogo's own command; error texts and exit statuses
-// are therefore always those of that command.
+// picture taken from standard output. A picture that was drawn before comes out of the store. Another one is drawn by a
+// worker that has WebLogo and ghostscript loaded. Whatever a worker cannot answer with a picture goes the plain way,
+// through WebLogo's own command; error texts and exit statuses are therefore always those of that command.
 //
-// Start-up time counts here: no streams, no locale, no shared library. tools/README.md lists the environment variables.
+// A call is over in a millisecond if its picture is kept, so everything here is sparing: no streams, no locale, no
+// shared library. tools/README.md lists the environment variables.
 
 #include <unistd.h>
 
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "logo_client/files.h"
+#include "logo_client/picture_store.h"
 #include "logo_client/tool_state.h"
 #include "logo_client/weblogo_call.h"
 #include "logo_client/worker_pool.h"
@@ -34,8 +36,19 @@ int deliver(const std::string& picture) {
 
 /// One call of the program.
 int drawLogo(const std::vector<std::string>& options, const std::string& matrix) {
-    const std::optional<std::string> picture = drawnByWorker(toolState(installedTools()), options, matrix);
-    return picture ? deliver(*picture) : runWeblogo(options, matrix);
+    const ToolFiles files = installedTools();
+    const std::string tools = toolState(files);
+    // Where the tools are not known, it is not known either whether a kept picture is theirs.
+    const std::optional<PictureStore> store = tools.empty() ? std::nullopt : openStore();
+    const std::string key = pictureKey(tools, drawingEnvironment(), options, matrix);
+    if (store)
+        if (const std::optional<std::string> picture = storedPicture(*store, key)) return deliver(*picture);
+    const std::optional<std::string> picture = drawnByWorker(tools, options, matrix);
+    if (!picture) return runWeblogo(options, matrix);
+    const int status = deliver(*picture);
+    // Tools that were replaced meanwhile may have drawn it, the new as well as the old ones.
+    if (store && toolState(files) == tools) keepPicture(*store, key, *picture);
+    return status;
 }
 
 }  // namespace
