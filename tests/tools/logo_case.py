@@ -123,6 +123,14 @@ class ClientCase(ToolCase):
             env={**self.environment, **(environment or {})}, stdin=subprocess.PIPE,
             stdout=subprocess.PIPE, stderr=subprocess.PIPE, **streams)
 
+    def begin(self, matrix, strand="forward", environment=None):
+        """Starts a call that has its whole matrix, in a process group of its own."""
+        process = self.start(strand, environment, start_new_session=True)
+        process.stdin.write(matrix)
+        process.stdin.close()
+        process.stdin = None
+        return process
+
     def finish(self, process, matrix):
         """Exit status, picture and messages of a started client."""
         picture, messages = process.communicate(matrix, timeout=60)

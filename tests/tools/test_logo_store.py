@@ -195,14 +195,6 @@ class UnwritableStoreTest(StoreCase):
 class TogetherTest(StoreCase):
     idle_seconds = 2
 
-    def begin(self, matrix, strand="forward", environment=None):
-        """Starts a call that has its whole matrix."""
-        process = self.start(strand, environment, start_new_session=True)
-        process.stdin.write(matrix)
-        process.stdin.close()
-        process.stdin = None
-        return process
-
     def test_two_jobs_at_once(self):
         matrices = list(sample_matrices(6))
         expected = [self.draw_plainly(matrix, strand) for matrix in matrices for strand in STRANDS]

@@ -142,10 +142,7 @@ class WorkerTest(ClientCase):
         expected = self.draw(GOOD)
         worker = self.worker()
         os.kill(worker, signal.SIGSTOP)
-        process = self.start()
-        process.stdin.write(GOOD)
-        process.stdin.close()
-        process.stdin = None
+        process = self.begin(GOOD)
         time.sleep(1)   # by now it waits for the answer
         self.assertIsNone(process.poll())
         os.kill(worker, signal.SIGKILL)
@@ -193,16 +190,12 @@ class ShortIdleTest(ClientCase):
         self.assertEqual(self.left(), [])
 
     def test_many_callers_share_as_many_workers_as_cores(self):
-        self.environment.update(NO_PLAIN_WAY, VARNOLIX_LOGO_WORKERS="2")
+        self.environment.update(NO_PLAIN_WAY)
         expected = {strand: self.draw_plainly(GOOD, strand) for strand in STRANDS}
         for cores, callers in (("2", 6), ("2", 200), ("1", 5)):
             with self.subTest(cores=cores, callers=callers):
                 strands = [("forward", "reverse")[number % 2] for number in range(callers)]
-                processes = [self.start(strand, {"VARNOLIX_LOGO_WORKERS": cores}) for strand in strands]
-                for process in processes:   # all of them have their matrix before any is waited for
-                    process.stdin.write(GOOD)
-                    process.stdin.close()
-                    process.stdin = None
+                processes = [self.begin(GOOD, strand, {"VARNOLIX_LOGO_WORKERS": cores}) for strand in strands]
                 most = 0
                 while any(process.poll() is None for process in processes):
                     most = max(most, len(self.workers()))
@@ -215,11 +208,11 @@ class ShortIdleTest(ClientCase):
 
     def test_two_at_once_have_a_worker_each(self):
         self.environment.update(NO_PLAIN_WAY, VARNOLIX_LOGO_WORKERS="2")
-        processes = [self.start(), self.start()]
-        for process in processes:
-            self.assertEqual(self.finish(process, GOOD)[0], 0)
-        self.draw(GOOD)
-        self.assertLessEqual(len(self.workers()), 2)
+        for _ in range(2):
+            processes = [self.begin(GOOD), self.begin(GOOD)]
+            for process in processes:
+                self.assertEqual(self.finish(process, None)[0], 0)
+        self.assertEqual(len(self.workers()), 2)
 
     def test_call_at_the_end_of_the_idle_time_is_answered(self):
         self.environment.update(NO_PLAIN_WAY, VARNOLIX_LOGO_IDLE="0.05")
@@ -233,10 +226,7 @@ class ShortIdleTest(ClientCase):
         for way in (signal.SIGKILL, signal.SIGINT, signal.SIGTERM):
             for delay in (0, 0.005, 0.02):
                 with self.subTest(way=way, delay=delay):
-                    process = self.start(start_new_session=True)
-                    process.stdin.write(GOOD)
-                    process.stdin.close()
-                    process.stdin = None
+                    process = self.begin(GOOD)
                     time.sleep(delay)
                     os.killpg(process.pid, way)
                     self.finish(process, None)
@@ -247,10 +237,7 @@ class ShortIdleTest(ClientCase):
     def test_caller_killed_while_its_worker_starts_leaves_nothing(self):
         for delay in (0.02, 0.1, 0.3):
             with self.subTest(delay=delay):
-                process = self.start(start_new_session=True)
-                process.stdin.write(GOOD)
-                process.stdin.close()
-                process.stdin = None
+                process = self.begin(GOOD)
                 time.sleep(delay)
                 os.killpg(process.pid, signal.SIGKILL)
                 self.finish(process, None)
