@@ -16,7 +16,7 @@ namespace varnolix::logos {
 namespace {
 
 constexpr unsigned subfolders = 64;
-constexpr std::uint64_t megabyte = 1024 * 1024;
+constexpr std::uint64_t megabyte = 1U << 20U;
 constexpr std::uint64_t defaultMegabytes = 256;
 constexpr std::uint64_t diskBlock = 512;  // the unit of stat, whatever the file system's own is
 constexpr std::string_view jpegStart = "\xff\xd8\xff";

@@ -41,11 +41,11 @@ std::vector<std::string> filesIn(const std::string& folder) {
 }  // namespace
 
 ToolFiles installedTools() {
+    const std::string libraries = LOGO_LIBRARY_FOLDER;
     ToolFiles files{
         {"/usr/bin/gs", "/usr/bin/weblogo", "/usr/bin/python3", "/usr/lib/python3/dist-packages/weblogo"},
-        {"/usr/lib/python3/dist-packages/numpy/version.py", "/usr/share/ghostscript", LOGO_LIBRARY_FOLDER "/libgs.so.9",
-         LOGO_LIBRARY_FOLDER "/libgs.so.10", LOGO_LIBRARY_FOLDER "/libjpeg.so.62",
-         LOGO_LIBRARY_FOLDER "/libfreetype.so.6",
+        {"/usr/lib/python3/dist-packages/numpy/version.py", "/usr/share/ghostscript", libraries + "/libgs.so.9",
+         libraries + "/libgs.so.10", libraries + "/libjpeg.so.62", libraries + "/libfreetype.so.6",
          // Ghostscript takes the faces that it is asked for, where they are installed, else its own.
          "/usr/share/fonts", "/usr/share/fonts/type1", "/usr/share/fonts/type1/urw-base35", "/usr/share/fonts/opentype",
          "/usr/share/fonts/truetype", "/usr/local/share/fonts", "/var/cache/fontconfig"}};

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <sched.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/file.h>
 #include <sys/socket.h>
@@ -15,6 +14,7 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <csignal>
 #include <cstring>
 
 #include "logo_client/files.h"
@@ -45,7 +45,7 @@ std::string workerSource() {
 
 /// The user's runtime folder, else one of our own; empty where neither can be had.
 std::string privateFolder() {
-    const std::string runtime = setting("XDG_RUNTIME_DIR");
+    std::string runtime = setting("XDG_RUNTIME_DIR");
     if (isPrivateFolder(runtime)) return runtime;
     const std::string folder = setting("TMPDIR", "/tmp") + "/varnolix-" + std::to_string(getuid());
     mkdir(folder.c_str(), S_IRWXU);
