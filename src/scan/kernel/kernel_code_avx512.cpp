@@ -1,4 +1,4 @@
-// The stages for processors with AVX-512: as pair_kernel_avx2.cpp, with twice the lanes, and masks in place of tables.
+// The steps for processors with AVX-512: as in kernel_code_avx2.cpp, with twice the lanes, and masks in place of tables.
 
 #ifdef __x86_64__
 
@@ -12,7 +12,7 @@
 #include <bit>
 
 #define VARNOLIX_TARGET __attribute__((target("avx512f,avx512bw,avx512dq,popcnt")))
-#include "scan/kernel/pair_kernel_vectors.h"
+#include "scan/kernel/kernel_code_vectors.h"
 
 namespace varnolix::kernel {
 
@@ -109,8 +109,8 @@ struct Vectors {
 
 }  // namespace
 
-Stages avx512Stages() {
-    return vectorStages<Vectors>();
+CodeSteps avx512Steps() {
+    return vectorSteps<Vectors>();
 }
 
 bool hasAvx512() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "scan/kernel/pair_kernel_stages.h"
+#include "scan/kernel/kernel_code.h"
 
 // What the vector units of the pair kernel have in common. A unit defines VARNOLIX_TARGET, the attribute of code for
 // its processors, before it includes this, and gives its own part as Vectors:
@@ -103,7 +103,7 @@ VARNOLIX_TARGET void sumCells(const Facing* items, std::size_t count, std::int64
 }
 
 template <class Vectors>
-Stages vectorStages() {
+CodeSteps vectorSteps() {
     return {filterShifts<Vectors>, sumCells<Vectors>};
 }
 

@@ -1,4 +1,4 @@
-// The stages for processors with AVX2, found out at run time, so the rest of the program needs no special build.
+// The steps for processors with AVX2. They are chosen at run time, so the rest of the program needs no special build.
 
 #ifdef __x86_64__
 
@@ -9,7 +9,7 @@
 #include <bit>
 
 #define VARNOLIX_TARGET __attribute__((target("avx2,popcnt")))
-#include "scan/kernel/pair_kernel_vectors.h"
+#include "scan/kernel/kernel_code_vectors.h"
 
 namespace varnolix::kernel {
 
@@ -155,8 +155,8 @@ struct Vectors {
 
 }  // namespace
 
-Stages avx2Stages() {
-    return vectorStages<Vectors>();
+CodeSteps avx2Steps() {
+    return vectorSteps<Vectors>();
 }
 
 bool hasAvx2() {

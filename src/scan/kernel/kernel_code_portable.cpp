@@ -2,9 +2,9 @@
 #include <cmath>
 #include <cstdlib>
 
-#include "scan/kernel/pair_kernel_stages.h"
+#include "scan/kernel/kernel_code.h"
 
-// The stages in plain C++, for processors without a version of their own.
+// The steps in plain C++, for processors without a version of their own.
 
 namespace varnolix::kernel {
 
@@ -75,21 +75,21 @@ void sumCells(const Facing* items, std::size_t count, std::int64_t* sums) {
 
 }  // namespace
 
-Stages portableStages() {
+CodeSteps portableSteps() {
     return {filterShifts, sumCells};
 }
 
 #ifndef __x86_64__
 
 // Other processors have the portable way alone.
-Stages avx2Stages() {
-    return portableStages();
+CodeSteps avx2Steps() {
+    return portableSteps();
 }
 bool hasAvx2() {
     return false;
 }
-Stages avx512Stages() {
-    return portableStages();
+CodeSteps avx512Steps() {
+    return portableSteps();
 }
 bool hasAvx512() {
     return false;

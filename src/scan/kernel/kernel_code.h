@@ -6,24 +6,20 @@
 #include <cstdint>
 #include <limits>
 
-#include "scan/kernel/pair_kernel.h"
+#include "scan/kernel/cutoff_table.h"
+#include "scan/kernel/exact_sums.h"
+#include "scan/kernel/kernel_motifs.h"
 
-// The two stages of the pair kernel that are written once per kind of processor; see pair_kernel.cpp for the whole.
+// The two steps of the pair kernel that are written once for each kind of processor: the byte filter and the exact
+// sums. pair_kernel.cpp explains the whole.
 
 namespace varnolix::kernel {
-
-inline constexpr int cellsPerColumn = 4;
-inline constexpr int levelsPerOne = std::numeric_limits<std::uint8_t>::max();
 
 /// Distances of alignments up to this length fit 16 bits, and not of longer ones. Pairs with longer ones are not
 /// filtered.
 inline constexpr int mostFilteredColumns = 64;
 static_assert(mostFilteredColumns * cellsPerColumn * levelsPerOne <= std::numeric_limits<std::uint16_t>::max());
 static_assert((mostFilteredColumns + 1) * cellsPerColumn * levelsPerOne > std::numeric_limits<std::uint16_t>::max());
-
-/// Vector loads run up to this many columns past the end of a motif: all but one of those that are taken at once.
-inline constexpr int mostColumnsAtOnce = 8;
-inline constexpr std::size_t columnsPastEnd = mostColumnsAtOnce - 1;
 
 /// Twice the most by which rounding to levels can move the distance of one column: an orientation whose distance
 /// exceeds the smallest by more than this per column is surely not the best.
@@ -70,13 +66,13 @@ inline constexpr Rivals allRivals = ~Rivals{0};
 inline constexpr std::size_t mostShifts = 2 * (mostKernelColumns - leastKernelColumns) + 1;
 inline constexpr std::size_t candidateBatch = 512;
 
-/// Alignments that may reach the cutoff, with room for those of one more group when a batch is full, and for one step
-/// that writes more than it keeps.
+/// Alignments that may reach the cutoff. When a batch is full there is still room for those of one more group, and for
+/// one step that writes more than it keeps.
 struct Candidates {
-    static constexpr std::size_t room = candidateBatch + kernelLanes * (mostShifts + 1);
+    static constexpr std::size_t capacity = candidateBatch + kernelLanes * (mostShifts + 1);
     std::size_t count = 0;
-    std::array<Rivals, room> rivals;  // both written before they are read
-    std::array<Place, room> places;
+    std::array<Rivals, capacity> rivals;  // both are written before they are read
+    std::array<Place, capacity> places;
 };
 
 struct Partners {
@@ -99,14 +95,14 @@ struct Facing {
 /// Writes the sums of the cells of each of the `count` items, in units of 2^-53.
 using SumCells = void (*)(const Facing* items, std::size_t count, std::int64_t* sums);
 
-struct Stages {
+struct CodeSteps {
     FilterShifts filterShifts;
     SumCells sumCells;
 };
 
-Stages portableStages();
-Stages avx2Stages();
-Stages avx512Stages();
+CodeSteps portableSteps();
+CodeSteps avx2Steps();
+CodeSteps avx512Steps();
 /// Whether these can run here.
 bool hasAvx2();
 bool hasAvx512();
