@@ -10,27 +10,28 @@ namespace {
 
 /// The sort key of each alignment, by the bounds of the motif over all of them: each is a record of the motif or of its
 /// partner, and both name it.
-void scoreAlignments(std::span<const ScoredShift> shifts, ListedMotif motif, std::span<const ListedMotif> partners,
-                     KeyRooms& rooms) {
-    rooms.columns.resize(shifts.size());
-    rooms.shiftKeys.resize(shifts.size());
-    maxScores bounds;
+void scoreAlignments(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers) {
+    const std::span<const ScoredShift> shifts = alignments.shifts;
+    requireAtMost(shifts.size(), mostAlignmentsOfMotif, "alignments of a motif");
+    buffers.columns.resize(shifts.size());
+    buffers.shiftKeys.resize(shifts.size());
     for (std::size_t k = 0; k < shifts.size(); ++k) {
-        rooms.columns[k] = overlapAt(lengthsOf(motif, partners[shifts[k].partner]), shifts[k].shift);
-        raiseBounds(bounds, motif.matrixID, shifts[k].score, rooms.columns[k]);
+        const PairLengths lengths = lengthsOf(alignments.motif, alignments.partners[shifts[k].partner]);
+        buffers.columns[k] = overlapAt(lengths, shifts[k].shift);
+        raiseBounds(bounds, alignments.motif.matrixID, shifts[k].score, buffers.columns[k]);
     }
     for (std::size_t k = 0; k < shifts.size(); ++k) {
-        rooms.shiftKeys[k] = combinedScoreOf(shifts[k].score, rooms.columns[k], bounds);
+        buffers.shiftKeys[k] = alignments.isScored ? combinedScoreOf(shifts[k].score, buffers.columns[k], bounds) : 0.0;
     }
 }
 
-/// Room for keys that are written one after the other, without a branch on whether they stay: hardly any such branch
-/// could be foretold, and there are tens of millions of keys.
+/// Writes keys one after the other. Each is stored unconditionally, and the place advances only if it stays: there are
+/// tens of millions of keys, and a branch would mispredict.
 class KeyWriter {
   public:
-    KeyWriter(std::vector<SortKey>& room, std::size_t most) {
-        if (room.size() <= most) room.resize(most + 1);
-        first_ = room.data();
+    KeyWriter(std::vector<SortKey>& buffer, std::size_t most) {
+        if (buffer.size() <= most) buffer.resize(most + 1);
+        first_ = buffer.data();
         next_ = first_;
     }
 
@@ -48,50 +49,50 @@ class KeyWriter {
 
 /// @tparam bothSlide whether records that store the partner first count too
 template <bool bothSlide>
-std::span<SortKey> listKeys(std::span<const ScoredShift> shifts, ListedMotif motif,
-                            std::span<const ListedMotif> partners, KeyRooms& rooms) {
-    requireAtMost(shifts.size(), mostAlignmentsOfMotif, "alignments of a motif");
-    scoreAlignments(shifts, motif, partners, rooms);
+std::span<SortKey> listKeys(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers) {
+    scoreAlignments(alignments, bounds, buffers);
+    const std::span<const ScoredShift> shifts = alignments.shifts;
     const std::size_t mostForward = shifts.size() * (bothSlide ? 2 : 1);
-    KeyWriter forward(rooms.keys, 2 * mostForward);
+    KeyWriter forward(buffers.keys, 2 * mostForward);
     // Backward records stand behind all forward ones, but the pairs are walked only once.
-    KeyWriter backward(rooms.backwardKeys, mostForward);
+    KeyWriter backward(buffers.backwardKeys, mostForward);
     forEachPair(shifts, [&](std::uint32_t partner, std::span<const ScoredShift> ofPair) {
-        const PairLengths lengths = lengthsOf(motif, partners[partner]);
+        const PairLengths lengths = lengthsOf(alignments.motif, alignments.partners[partner]);
         const auto write = [&](Direction direction, Sliding sliding, KeyWriter& keys) {
             forEachShift(direction, sliding, ofPair, [&](const ScoredShift& kept) {
                 const auto alignment = static_cast<std::uint32_t>(&kept - shifts.data());
-                keys.write({rooms.shiftKeys[alignment], {direction, partner, sliding, alignment}},
+                keys.write({buffers.shiftKeys[alignment], {direction, partner, sliding, alignment}},
                            recordsOf(direction, sliding, lengths, kept));
             });
         };
-        write(Direction::forward, Sliding::left, forward);
-        if constexpr (bothSlide) write(Direction::forward, Sliding::right, forward);
-        write(Direction::backward, Sliding::left, backward);
-        if constexpr (bothSlide) write(Direction::backward, Sliding::right, backward);
+        if (alignments.hasForward) {
+            write(Direction::forward, Sliding::left, forward);
+            if constexpr (bothSlide) write(Direction::forward, Sliding::right, forward);
+        }
+        if (alignments.hasBackward) {
+            write(Direction::backward, Sliding::left, backward);
+            if constexpr (bothSlide) write(Direction::backward, Sliding::right, backward);
+        }
     });
     for (const SortKey& key : backward.written()) forward.write(key, 1);
-    return std::span(rooms.keys).first(forward.written().size());
+    return std::span(buffers.keys).first(forward.written().size());
 }
 
 }  // namespace
 
-std::span<SortKey> keysOfMotifFirst(std::span<const ScoredShift> shifts, ListedMotif motif,
-                                    std::span<const ListedMotif> partners, KeyRooms& rooms) {
-    return listKeys<false>(shifts, motif, partners, rooms);
+std::span<SortKey> keysOfMotifFirst(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers) {
+    return listKeys<false>(alignments, bounds, buffers);
 }
 
-std::span<SortKey> keysOfPairs(std::span<const ScoredShift> shifts, ListedMotif motif,
-                               std::span<const ListedMotif> partners, KeyRooms& rooms) {
-    return listKeys<true>(shifts, motif, partners, rooms);
+std::span<SortKey> keysOfPairs(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers) {
+    return listKeys<true>(alignments, bounds, buffers);
 }
 
-dataCombinedScore recordOfKey(const SortKey& key, std::span<const ScoredShift> shifts, ListedMotif motif,
-                              ListedMotif partner, OuterMotif outer) {
+dataCombinedScore recordOfKey(const SortKey& key, const MotifAlignments& alignments, OuterMotif outer) {
     const RecordPlace place = key.place();
     std::vector<dataCombinedScore> records;
-    appendPairRecords(place.direction, place.sliding, outer, motif, partner, shifts.subspan(place.alignment, 1),
-                      records);
+    appendPairRecords(place.direction, place.sliding, outer, alignments.motif, alignments.partners[place.partner],
+                      alignments.shifts.subspan(place.alignment, 1), records);
     records.front().combinedScore = key.score();
     return records.front();
 }

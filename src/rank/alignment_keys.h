@@ -15,28 +15,32 @@
 namespace varnolix {
 
 /// Memory for keys, used again from motif to motif.
-struct KeyRooms {
-    std::vector<int> columns;       ///< one an alignment
-    std::vector<double> shiftKeys;  ///< one an alignment
+struct KeyBuffers {
+    std::vector<int> columns;       ///< one for each alignment
+    std::vector<double> shiftKeys;  ///< one for each alignment
     std::vector<SortKey> keys;
     std::vector<SortKey> backwardKeys;
 };
 
-/// The keys of the records that store the motif first, forward ones before backward ones. A key's place tells the
-/// record to recordOfKey; its partner is the place of the other motif in its list.
-/// @param shifts all kept alignments of the motif, by partner and shift, with the motif as the left one; its bounds are
-/// taken over them
-/// @return a part of the rooms, to be put into any order
-std::span<SortKey> keysOfMotifFirst(std::span<const ScoredShift> shifts, ListedMotif motif,
-                                    std::span<const ListedMotif> partners, KeyRooms& rooms);
+/// The alignments of one motif and what the keys of its records depend on.
+struct MotifAlignments {
+    std::span<const ScoredShift> shifts;  ///< all of the motif, which is the left one, by partner and shift
+    ListedMotif motif;
+    std::span<const ListedMotif> partners;
+    bool hasForward;   ///< whether forward records are made of them
+    bool hasBackward;  ///< whether backward records are
+    bool isScored;     ///< whether keys have a combinedScore; otherwise it is 0
+};
+
+/// The keys of the records that store the motif first, in the order in which the scans list them.
+/// @param bounds raised to those of the motif
+/// @return a part of the buffers; may be put into any order
+std::span<SortKey> keysOfMotifFirst(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers);
 
 /// The same for all records of the motif's pairs, whichever motif they store first.
-std::span<SortKey> keysOfPairs(std::span<const ScoredShift> shifts, ListedMotif motif,
-                               std::span<const ListedMotif> partners, KeyRooms& rooms);
+std::span<SortKey> keysOfPairs(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers);
 
-/// The record of a key.
-/// @param shifts those that the key was made of
-dataCombinedScore recordOfKey(const SortKey& key, std::span<const ScoredShift> shifts, ListedMotif motif,
-                              ListedMotif partner, OuterMotif outer);
+/// The record of a key of these alignments.
+dataCombinedScore recordOfKey(const SortKey& key, const MotifAlignments& alignments, OuterMotif outer);
 
 }  // namespace varnolix

@@ -33,11 +33,11 @@ RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMot
                                 const std::vector<data>& references, int mostMatches) {
     const std::vector<std::uint32_t> places = namePlaces(references);
     RecordLists bestMatches(inputMotifs);
-    forEachMotif<MatchingScratch>(source, inputMotifs, [&](std::size_t motif, MatchingScratch& scratch) {
-        bestMatches[motif] = selectBestMatches(
+    forEachMotif<MatchingScratch>(source, inputMotifs, [&](MatchingScratch& scratch) {
+        bestMatches[scratch.records.motif] = selectBestMatches(
             scratch.records.keys, collectionRule(mostMatches), scratch.seen,
             [&](const SortKey& key) { return places[key.partner()]; },
-            [&](const SortKey& key) { return source.recordOf(motif, scratch.records, key); });
+            [&](const SortKey& key) { return source.recordOf(scratch.records, key); });
     });
     return bestMatches;
 }

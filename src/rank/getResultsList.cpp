@@ -109,12 +109,8 @@ void keepDistances(InputRankings& rankings) {
 }  // namespace
 
 void getResultsList() {
-    // The scans left no lists where the records are too many to hold.
-    const RecordSource source = DatasetsCombinedScoreLists.empty()
-                                    ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
-                                    : heldInputRecords(DatasetsCombinedScoreLists);
-    InputRankings rankings =
-        rankInput(source, Datasets, {numBestMatches, numFile > 1, isLocalTreeDrawn(), isGlobalTreeDrawn()});
+    InputRankings rankings = rankInput(inputRecords(DatasetsCombinedScoreLists), Datasets,
+                                       {numBestMatches, numFile > 1, isLocalTreeDrawn(), isGlobalTreeDrawn()});
     if (motifCluster == "Y") keepDistances(rankings);
     const RecordLists& localMatches = rankings.local.bestMatches;
     const RecordLists& globalMatches = rankings.global.bestMatches;

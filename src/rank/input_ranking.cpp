@@ -46,7 +46,7 @@ class MotifRanker {
         ranking.bestMatches[motif] = selectBestMatches(
             keys, inputRule(settings_.mostMatches, motif == 0), scratch.seen,
             [](const SortKey& key) { return key.partner(); },
-            [&](const SortKey& key) { return source_.recordOf(motif, scratch.records, key); });
+            [&](const SortKey& key) { return source_.recordOf(scratch.records, key); });
     }
 
   private:
@@ -69,7 +69,8 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
     for (const data& motif : motifs) datasetNums.push_back(motif.datasetNum);
     const MotifRanker ranker(source, settings);
     std::vector<double> largest(motifs.size());
-    forEachMotif<RankingScratch>(source, motifs.size(), [&](std::size_t motif, RankingScratch& scratch) {
+    forEachMotif<RankingScratch>(source, motifs.size(), [&](RankingScratch& scratch) {
+        const std::size_t motif = scratch.records.motif;
         const std::span<SortKey> keys = scratch.records.keys;
         if (isTreeAsked) {
             for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.score());

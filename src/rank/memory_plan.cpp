@@ -11,7 +11,6 @@
 #include "run/settings.h"
 #include "scan/kernel/pair_kernel.h"
 #include "scan/region_rule.h"
-#include "tree/distance_table.h"
 
 namespace varnolix {
 
@@ -67,16 +66,17 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
     return pairs * (alignments / sampledPairs);
 }
 
-double recordBytes(double alignments) {
-    // An alignment is one record in each direction, and seldom two.
-    return alignments * (2 * sizeof(dataCombinedScore) + sizeof(ScoredShift));
-}
-
 std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes) {
     // Pairs grow with the square of the motifs.
     const double needed = alignments * sizeof(ScoredShift);
     const auto blocks = static_cast<std::size_t>(needed <= bytes ? 1 : std::ceil(std::sqrt(needed / bytes)));
     return std::max<std::size_t>(1, (motifs + blocks - 1) / blocks);
+}
+
+std::size_t motifsPerBlockAgainst(std::size_t motifs, double alignments, double bytes) {
+    const double needed = alignments * sizeof(ScoredShift);
+    const double share = needed <= bytes ? 1 : bytes / needed;
+    return std::max<std::size_t>(1, static_cast<std::size_t>(static_cast<double>(motifs) * share));
 }
 
 double surelyNeededBytes() {
@@ -100,17 +100,15 @@ void requireRoom(double bytes) {
                inMegabytes(left));
 }
 
-bool holdsInputRecords() {
-    return recordBytes(estimatedAlignments(Datasets, Datasets, true, simCutoff)) <= shareOfMemory(recordShare);
+void planInputScan() {
+    heldMotifs = motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, simCutoff),
+                                shareOfMemory(alignmentShare));
 }
 
-bool holdsCollectionRecords() {
-    return recordBytes(estimatedAlignments(Datasets, DatabaseDatasets, false, simCutoff)) <= shareOfMemory(recordShare);
-}
-
-std::size_t inputMotifsPerBlock() {
-    return motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, simCutoff),
-                          shareOfMemory(alignmentShare));
+void planCollectionScan() {
+    heldMotifs =
+        motifsPerBlockAgainst(Datasets.size(), estimatedAlignments(Datasets, DatabaseDatasets, false, simCutoff),
+                              shareOfMemory(alignmentShare));
 }
 
 }  // namespace varnolix

@@ -5,7 +5,8 @@
 
 #include "run/shared_records.h"
 
-// Whether a run may hold all its records at once, and how many motifs it takes at a time where it may not.
+// How many motifs a scan takes at a time, so that their alignments fit the memory, and what surely does not fit. This
+// is the only place where the size of a block is decided.
 
 namespace varnolix {
 
@@ -14,19 +15,15 @@ namespace varnolix {
 /// @param isOneList whether lefts and rights are one list, whose pairs count once
 double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff);
 
-/// Bytes of the records that the alignments give, with the alignments themselves.
-double recordBytes(double alignments);
-
-/// The share of the memory that records may take. Making them anew takes no longer than holding more of them than the
-/// processor's caches do, so this is low.
-inline constexpr double recordShare = 1.0 / 256;
-
-/// The share that scored alignments may take where records are made anew.
+/// The share of the memory that scored alignments may take.
 inline constexpr double alignmentShare = 1.0 / 16;
 
-/// Into how many motifs at a time, evenly, a list is cut so that the alignments among those of one block fit the bytes.
+/// How many motifs of a list one block has, so that the alignments among them fit the bytes. Blocks are of equal size.
 /// @param alignments estimate of the alignments of all pairs of the list
 std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes);
+
+/// The same for motifs with all of another list.
+std::size_t motifsPerBlockAgainst(std::size_t motifs, double alignments, double bytes);
 
 /// Bytes that a run of these input motifs and answers surely takes beside the motifs: their copies for the scan, and
 /// the tables of the trees.
@@ -35,13 +32,10 @@ double surelyNeededBytes();
 /// Ends the run, in words, if so many bytes are more than what is left of the memory.
 void requireRoom(double bytes);
 
-/// True where the records of all pairs of input motifs fit the share of the memory.
-bool holdsInputRecords();
+/// Sets heldMotifs for the scan of the input motifs.
+void planInputScan();
 
-/// The same for the records of all input motifs against the collection.
-bool holdsCollectionRecords();
-
-/// Number of input motifs whose alignments among themselves fit the share of the memory.
-std::size_t inputMotifsPerBlock();
+/// Sets heldMotifs for the scans of the input motifs against the collection.
+void planCollectionScan();
 
 }  // namespace varnolix

@@ -2,141 +2,137 @@
 
 #include <omp.h>
 
-#include <limits>
 #include <memory>
 
-#include "rank/alignment_keys.h"
-#include "run/record_fields.h"
-#include "run/run_limits.h"
-#include "scan/pair_scan.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 namespace {
 
-/// Two lists of motifs and their scan.
-struct RemadeLists {
-    PairScan scan;
+/// What both sources share: the records, and what they need of the motifs.
+struct ListedRecords {
+    PairRecords& records;
     std::vector<ListedMotif> motifs;
     std::vector<ListedMotif> partners;
 
-    RemadeLists(std::span<const data> lefts, std::span<const data> rights, double cutoff)
-        : scan(lefts, rights, cutoff), motifs(listMotifs(lefts)), partners(listMotifs(rights)) {}
-};
+    explicit ListedRecords(PairRecords& pairs)
+        : records(pairs), motifs(listMotifs(pairs.scan->lefts())), partners(listMotifs(pairs.scan->rights())) {}
 
-/// The motifs of an input, and the alignments among those of the block under work.
-struct RemadeBlocks {
-    RemadeLists lists;
-    std::size_t first = 0;
-    std::size_t last = 0;
-    std::size_t runSize;
-    ShiftRows rows;
-    std::vector<std::size_t> filled;
-
-    RemadeBlocks(std::span<const data> motifs, double cutoff, std::size_t blockSize)
-        : lists(motifs, motifs, cutoff), runSize(runSizeOf(blockSize)) {}
-
-    void prepare(std::size_t firstOfBlock, std::size_t lastOfBlock) {
-        first = firstOfBlock;
-        last = lastOfBlock;
-        rows = {};  // freed before the next rows take their memory
-        rows = scanBlock(lists.scan, first, last);
-        filled = filledRows(rows);
+    MotifAlignments alignmentsOf(const RecordScratch& scratch) const {
+        return {scratch.shifts,           motifs[scratch.motif],     partners,
+                records.isForwardScanned, records.isBackwardScanned, records.isScored};
     }
 
-    /// All alignments of a motif of the block, by partner and shift.
-    void gather(std::size_t motif, RecordScratch& scratch) const {
-        std::vector<ScoredShift>& shifts = scratch.shifts;
-        const auto append = [&](const std::vector<ScoredShift>& more) {
-            shifts.insert(shifts.end(), more.begin(), more.end());
-        };
-        const std::size_t firstOfRun = motif - (motif - first) % runSize;
-        if (scratch.firstOfRun != firstOfRun) {
-            gatherEarlier(rows, filled, first, firstOfRun, std::min(last, firstOfRun + runSize), scratch.earlier);
-            scratch.firstOfRun = firstOfRun;
-        }
-        shifts.clear();
-        lists.scan.scanPartners(motif, 0, first, OuterMotif::right, shifts, scratch.kernel);
-        append(scratch.earlier[motif - firstOfRun]);
-        append(rows[motif - first]);
-        lists.scan.scanPartners(motif, last, lists.partners.size(), OuterMotif::left, shifts, scratch.kernel);
+    std::span<const ScoredShift> rowOf(std::size_t motif) const { return records.rows[motif - records.first]; }
+
+    void keepBounds(std::size_t motif, const maxScores& bounds) const {
+        if (records.bounds != nullptr) (*records.bounds)[motif] = bounds;
+    }
+};
+
+/// The records between input motifs.
+class InputRecords {
+  public:
+    explicit InputRecords(PairRecords& pairs) : listed_(pairs), runSize_(runSizeOf(pairs.blockSize)) {}
+
+    std::size_t runSize() const { return runSize_; }
+
+    void prepare(std::size_t first) {
+        holdBlock(listed_.records, first);
+        filled_ = filledRows(listed_.records.rows);
+    }
+
+    void listKeys(std::size_t motif, RecordScratch& scratch) const {
+        gather(motif, scratch);
+        maxScores bounds;
+        scratch.keys = keysOfMotifFirst(listed_.alignmentsOf(scratch), bounds, scratch.buffers);
+        listed_.keepBounds(motif, bounds);
+    }
+
+    dataCombinedScore recordOf(const RecordScratch& scratch, const SortKey& key) const {
+        const OuterMotif outer = key.partner() < scratch.motif ? OuterMotif::right : OuterMotif::left;
+        return recordOfKey(key, listed_.alignmentsOf(scratch), outer);
     }
 
   private:
-    /// Neighbours find their earlier alignments in the same places of memory, but all threads shall have work.
+    /// Long runs help the cache; short ones keep all threads busy.
     static std::size_t runSizeOf(std::size_t blockSize) {
         constexpr std::size_t mostInRun = 32;
         constexpr std::size_t runsPerThread = 8;
         const auto threads = static_cast<std::size_t>(omp_get_max_threads());
         return std::clamp<std::size_t>(blockSize / (runsPerThread * threads), 1, mostInRun);
     }
+
+    /// All alignments of a motif of the block: those with motifs before the block, with earlier and with later motifs
+    /// of the block, and with motifs behind it.
+    void gather(std::size_t motif, RecordScratch& scratch) const {
+        const PairRecords& records = listed_.records;
+        const std::size_t first = records.first;
+        const std::size_t last = first + records.rows.size();
+        const std::size_t firstOfRun = motif - (motif - first) % runSize_;
+        if (scratch.firstOfRun != firstOfRun) {
+            gatherEarlier(records.rows, filled_, first, firstOfRun, std::min(last, firstOfRun + runSize_),
+                          scratch.earlier);
+            scratch.firstOfRun = firstOfRun;
+        }
+        std::vector<ScoredShift>& shifts = scratch.gathered;
+        const auto append = [&](std::span<const ScoredShift> more) {
+            shifts.insert(shifts.end(), more.begin(), more.end());
+        };
+        shifts.clear();
+        records.scan->scanPartners(motif, 0, first, OuterMotif::right, shifts, scratch.kernel);
+        append(scratch.earlier[motif - firstOfRun]);
+        append(listed_.rowOf(motif));
+        records.scan->scanPartners(motif, last, listed_.partners.size(), OuterMotif::left, shifts, scratch.kernel);
+        scratch.motif = motif;
+        scratch.shifts = shifts;
+    }
+
+    ListedRecords listed_;
+    std::size_t runSize_;
+    std::vector<std::size_t> filled_;  // places of the rows of the block that are not empty
 };
 
-/// A source that needs no preparation.
-template <class ListKeys, class RecordOf>
-RecordSource unpreparedSource(ListKeys listKeys, RecordOf recordOf) {
-    return {std::numeric_limits<std::size_t>::max() / 2, 1, [](std::size_t, std::size_t) {}, listKeys, recordOf};
-}
+/// The records against a collection: a row has all alignments of its motif.
+class CollectionRecords {
+  public:
+    explicit CollectionRecords(PairRecords& pairs) : listed_(pairs) {}
 
-template <class PartnerID>
-RecordSource heldRecords(const RecordLists& lists, PartnerID partnerID) {
-    return unpreparedSource(
-        [&lists, partnerID](std::size_t motif, RecordScratch& scratch) {
-            std::vector<SortKey>& room = scratch.rooms.keys;
-            room.clear();
-            requireAtMost(lists[motif].size(), mostAlignmentsOfMotif, "records of a motif");
-            for (const dataCombinedScore& record : lists[motif]) {
-                // The sliding motif is told so that places ascend in both directions: a list is in order as it stands.
-                const Sliding ascending = record.direction == Direction::forward ? Sliding::left : Sliding::right;
-                room.emplace_back(record.combinedScore,
-                                  RecordPlace{record.direction, static_cast<std::uint32_t>(partnerID(record) - 1),
-                                              ascending, static_cast<std::uint32_t>(room.size())});
-            }
-            scratch.keys = room;
-        },
-        [&lists](std::size_t motif, const RecordScratch&, const SortKey& key) {
-            return lists[motif][key.place().alignment];
-        });
+    void prepare(std::size_t first) { holdBlock(listed_.records, first); }
+
+    void listKeys(std::size_t motif, RecordScratch& scratch) const {
+        scratch.motif = motif;
+        scratch.shifts = listed_.rowOf(motif);
+        maxScores bounds;
+        scratch.keys = keysOfPairs(listed_.alignmentsOf(scratch), bounds, scratch.buffers);
+        listed_.keepBounds(motif, bounds);
+    }
+
+    dataCombinedScore recordOf(const RecordScratch& scratch, const SortKey& key) const {
+        return recordOfKey(key, listed_.alignmentsOf(scratch), OuterMotif::left);
+    }
+
+  private:
+    ListedRecords listed_;
+};
+
+template <class Records>
+RecordSource sourceOf(std::shared_ptr<Records> source, std::size_t blockSize, std::size_t runSize) {
+    return {blockSize, runSize, [source](std::size_t first) { source->prepare(first); },
+            [source](std::size_t motif, RecordScratch& scratch) { source->listKeys(motif, scratch); },
+            [source](const RecordScratch& scratch, const SortKey& key) { return source->recordOf(scratch, key); }};
 }
 
 }  // namespace
 
-RecordSource heldInputRecords(const RecordLists& lists) {
-    return heldRecords(lists, [](const dataCombinedScore& record) { return record.matrixID2; });
+RecordSource inputRecords(PairRecords& records) {
+    const auto source = std::make_shared<InputRecords>(records);
+    return sourceOf(source, records.blockSize, source->runSize());
 }
 
-RecordSource heldCollectionRecords(const RecordLists& lists) {
-    return heldRecords(lists, innerMatrixID);
-}
-
-RecordSource remadeInputRecords(std::span<const data> motifs, double cutoff, std::size_t blockSize) {
-    const auto blocks = std::make_shared<RemadeBlocks>(motifs, cutoff, blockSize);
-    return {blockSize, blocks->runSize, [blocks](std::size_t first, std::size_t last) { blocks->prepare(first, last); },
-            [blocks](std::size_t motif, RecordScratch& scratch) {
-                blocks->gather(motif, scratch);
-                const RemadeLists& lists = blocks->lists;
-                scratch.keys = keysOfMotifFirst(scratch.shifts, lists.motifs[motif], lists.partners, scratch.rooms);
-            },
-            [blocks](std::size_t motif, const RecordScratch& scratch, const SortKey& key) {
-                const RemadeLists& lists = blocks->lists;
-                const OuterMotif outer = key.partner() < motif ? OuterMotif::right : OuterMotif::left;
-                return recordOfKey(key, scratch.shifts, lists.motifs[motif], lists.partners[key.partner()], outer);
-            }};
-}
-
-RecordSource remadeCollectionRecords(std::span<const data> motifs, std::span<const data> references, double cutoff) {
-    const auto lists = std::make_shared<const RemadeLists>(motifs, references, cutoff);
-    return unpreparedSource(
-        [lists](std::size_t motif, RecordScratch& scratch) {
-            scratch.shifts.clear();
-            lists->scan.scanPartners(motif, 0, lists->partners.size(), OuterMotif::left, scratch.shifts,
-                                     scratch.kernel);
-            scratch.keys = keysOfPairs(scratch.shifts, lists->motifs[motif], lists->partners, scratch.rooms);
-        },
-        [lists](std::size_t motif, const RecordScratch& scratch, const SortKey& key) {
-            return recordOfKey(key, scratch.shifts, lists->motifs[motif], lists->partners[key.partner()],
-                               OuterMotif::left);
-        });
+RecordSource collectionRecords(PairRecords& records) {
+    return sourceOf(std::make_shared<CollectionRecords>(records), records.blockSize, 1);
 }
 
 }  // namespace varnolix

@@ -77,9 +77,13 @@ int main() {
 
     when(isPage, writeMotif);
 
-    // All alignments at or above the cutoff, each with its sort key. Where they are too many to hold, the ranking makes
-    // them motif by motif instead.
-    when(holdsInputRecords(), forwardScan, backwardScan, getMaxScores, calculateSumScoresCompare);
+    // All alignments at or above the cutoff are known, block by block in a big run. The ranking makes the records that
+    // it keeps of them, each with its sort key.
+    planInputScan();
+    forwardScan();
+    backwardScan();
+    getMaxScores();
+    calculateSumScoresCompare();
 
     // Every report that the answers ask for exists from here on, with its header.
     const ReportFrame frames[] = {
@@ -132,9 +136,9 @@ int main() {
         // The collection is in DatabaseDatasets, and its matches are reported.
         readDatabase();
         when(isPage, writeDatabaseMotif);
-        when(isAll && holdsCollectionRecords(), forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase,
-             calculateSumScoresCompareDatabase);
-        when(isAll, getDatabaseResultsList);
+        planCollectionScan();
+        when(isAll, forwardScanDatabase, backwardScanDatabase, getMaxScoresDatabase, calculateSumScoresCompareDatabase,
+             getDatabaseResultsList);
         forwardScanDatabaseGlobal();
         backwardScanDatabaseGlobal();
         getMaxScoresDatabaseGlobal();

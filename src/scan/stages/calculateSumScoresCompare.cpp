@@ -1,12 +1,12 @@
 #include "scan/stages.h"
 
 #include "run/shared_records.h"
-#include "scan/score_bounds.h"
 
 namespace varnolix {
 
 void calculateSumScoresCompare() {
-    setCombinedScores(DatasetsCombinedScoreLists, maxScoresList);
+    // Each record gets its combinedScore when it is made, from the bounds of its motif.
+    DatasetsCombinedScoreLists.isScored = true;
 }
 
 }  // namespace varnolix

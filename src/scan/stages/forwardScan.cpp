@@ -1,14 +1,13 @@
 #include "scan/stages.h"
 
 #include "run/shared_records.h"
-#include "scan/pair_scan.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void forwardScan() {
-    scannedPairs = scanAllPairs(Datasets, simCutoff);
-    reserveRecordsOfPairs(scannedPairs, Datasets, DatasetsCombinedScoreLists);
-    appendRecordsOfPairs(Direction::forward, scannedPairs, Datasets, DatasetsCombinedScoreLists);
+    DatasetsCombinedScoreLists = scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), simCutoff, heldMotifs);
+    DatasetsCombinedScoreLists.isForwardScanned = true;
 }
 
 }  // namespace varnolix

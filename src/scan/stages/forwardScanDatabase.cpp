@@ -1,11 +1,14 @@
 #include "scan/stages.h"
 
-#include "scan/collection_scan.h"
+#include "run/shared_records.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void forwardScanDatabase() {
-    forwardScanAgainst(allInputMotifs(), DatasetsCombinedScoreDatabaseLists);
+    DatasetsCombinedScoreDatabaseLists =
+        scannedPairs(Datasets, DatabaseDatasets, allPlaces(Datasets.size()), simCutoff, heldMotifs);
+    DatasetsCombinedScoreDatabaseLists.isForwardScanned = true;
 }
 
 }  // namespace varnolix

@@ -1,11 +1,14 @@
 #include "scan/stages.h"
 
-#include "scan/collection_scan.h"
+#include "run/shared_records.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void forwardScanDatabaseGlobal() {
-    forwardScanAgainst(topGlobalMotifs(), DatasetsCombinedScoreDatabaseGlobalLists);
+    DatasetsCombinedScoreDatabaseGlobalLists =
+        scannedPairs(Datasets, DatabaseDatasets, placesOfGroups(topGlobalMatchingResults), simCutoff, heldMotifs);
+    DatasetsCombinedScoreDatabaseGlobalLists.isForwardScanned = true;
 }
 
 }  // namespace varnolix

@@ -1,12 +1,12 @@
 #include "scan/stages.h"
 
 #include "run/shared_records.h"
-#include "scan/score_bounds.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void getMaxScores() {
-    maxScoresList = boundsOfRecords(DatasetsCombinedScoreLists, BoundedMotifs::both, Datasets.size());
+    attachBounds(DatasetsCombinedScoreLists, maxScoresList);
 }
 
 }  // namespace varnolix

@@ -1,13 +1,12 @@
 #include "scan/stages.h"
 
 #include "run/shared_records.h"
-#include "scan/score_bounds.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void getMaxScoresDatabase() {
-    maxScoresDatabaseList =
-        boundsOfRecords(DatasetsCombinedScoreDatabaseLists, BoundedMotifs::listOwner, Datasets.size());
+    attachBounds(DatasetsCombinedScoreDatabaseLists, maxScoresDatabaseList);
 }
 
 }  // namespace varnolix

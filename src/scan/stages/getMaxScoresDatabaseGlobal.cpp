@@ -1,13 +1,12 @@
 #include "scan/stages.h"
 
 #include "run/shared_records.h"
-#include "scan/score_bounds.h"
+#include "scan/pair_records.h"
 
 namespace varnolix {
 
 void getMaxScoresDatabaseGlobal() {
-    maxScoresDatabaseGlobalList =
-        boundsOfRecords(DatasetsCombinedScoreDatabaseGlobalLists, BoundedMotifs::listOwner, Datasets.size());
+    attachBounds(DatasetsCombinedScoreDatabaseGlobalLists, maxScoresDatabaseGlobalList);
 }
 
 }  // namespace varnolix

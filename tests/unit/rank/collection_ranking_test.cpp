@@ -1,5 +1,6 @@
 #include "rank/collection_ranking.h"
 
+#include "support/listed_records.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {
@@ -27,7 +28,8 @@ class CollectionRankingTest : public testing::RunTest {
     std::vector<double> keptScores(const std::vector<dataCombinedScore>& list, int mostMatches) const {
         const RecordLists lists{list};
         std::vector<double> scores;
-        const RecordLists best = matchesInCollection(heldCollectionRecords(lists), 1, references, mostMatches);
+        const RecordLists best =
+            matchesInCollection(testing::listedCollectionRecords(lists), 1, references, mostMatches);
         for (const dataCombinedScore& kept : best[0]) scores.push_back(kept.combinedScore);
         return scores;
     }
@@ -58,7 +60,7 @@ TEST_F(CollectionRankingTest, OneMatchKeepsASecondPartnerRightBehindTheFirst) {
 
 TEST_F(CollectionRankingTest, MotifWithoutRecordKeepsItsPlace) {
     const RecordLists lists(2);
-    EXPECT_EQ(matchesInCollection(heldCollectionRecords(lists), 2, references, 3).size(), 2U);
+    EXPECT_EQ(matchesInCollection(testing::listedCollectionRecords(lists), 2, references, 3).size(), 2U);
 }
 
 }  // namespace

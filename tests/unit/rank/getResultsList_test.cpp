@@ -113,7 +113,6 @@ TEST_F(GetResultsListTest, TypeAndFormatChooseTheReports) {
                              {"All", "PDF", {fullPage, globalPage}},
                              {"All", "All", {full, brief, global, fullPage, globalPage}}}) {
         for (const auto& entry : std::filesystem::directory_iterator(folder())) std::filesystem::remove(entry);
-        DatasetsCombinedScoreLists.clear();
         outputFileType = each.type;
         outputFileFormat = each.format;
         scanAndRank();

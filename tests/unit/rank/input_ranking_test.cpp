@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "rank/record_source.h"
+#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
@@ -44,7 +45,7 @@ class InputRankingTest : public testing::RunTest {
 };
 
 TEST_F(InputRankingTest, LocalListsHoldAllRecords) {
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {50, true, false, false});
     EXPECT_EQ(partners(rankings.local.bestMatches[0]), (Ids{2, 3, 4}));
     EXPECT_EQ(partners(rankings.local.bestMatches[1]), (Ids{1, 4}));
     EXPECT_EQ(partners(rankings.local.bestMatches[2]), (Ids{4}));
@@ -52,7 +53,7 @@ TEST_F(InputRankingTest, LocalListsHoldAllRecords) {
 }
 
 TEST_F(InputRankingTest, GlobalListsHoldRecordsAcrossFiles) {
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {50, true, false, false});
     EXPECT_EQ(partners(rankings.global.bestMatches[0]), (Ids{3, 4}));
     EXPECT_EQ(partners(rankings.global.bestMatches[1]), (Ids{4}));
     EXPECT_TRUE(rankings.global.bestMatches[2].empty());
@@ -60,14 +61,14 @@ TEST_F(InputRankingTest, GlobalListsHoldRecordsAcrossFiles) {
 }
 
 TEST_F(InputRankingTest, OneFileHasNoGlobalRanking) {
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, false, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {50, false, false, false});
     EXPECT_TRUE(rankings.global.ranking.empty());
     for (const auto& list : rankings.global.bestMatches) EXPECT_TRUE(list.empty());
     EXPECT_EQ(rankings.local.ranking.size(), 4U);
 }
 
 TEST_F(InputRankingTest, RankingHoldsEveryMotifBySum) {
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {50, true, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {50, true, false, false});
     Ids ids;
     for (const commonBestMatches& motif : rankings.local.ranking) ids.push_back(motif.matrixID);
     EXPECT_EQ(ids, (Ids{4, 3, 2, 1}));  // sums 0, 0.25, 1, 1.125
@@ -78,7 +79,7 @@ TEST_F(InputRankingTest, RankingHoldsEveryMotifBySum) {
 }
 
 TEST_F(InputRankingTest, OneMatchKeepsTwoOfTheFirstMotifInBothWalks) {
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {1, true, false, false});
     EXPECT_EQ(partners(rankings.local.bestMatches[0]), (Ids{2, 3}));
     EXPECT_EQ(partners(rankings.local.bestMatches[1]), (Ids{1}));
     EXPECT_EQ(partners(rankings.global.bestMatches[0]), (Ids{3, 4}));
@@ -87,14 +88,14 @@ TEST_F(InputRankingTest, OneMatchKeepsTwoOfTheFirstMotifInBothWalks) {
 
 TEST_F(InputRankingTest, FirstPlaceIsFirstEvenIfItsListIsEmpty) {
     lists[0].clear();
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, false, false});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {1, true, false, false});
     EXPECT_TRUE(rankings.local.bestMatches[0].empty());
     EXPECT_EQ(rankings.local.bestMatches[1].size(), 1U);
 }
 
 TEST_F(InputRankingTest, DistancesAreTheLowestScoresOfEachPair) {
     const double none = std::numeric_limits<double>::infinity();
-    const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {1, true, true, true});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {1, true, true, true});
     // Pairs 2-1; 3-1, 3-2; 4-1, 4-2, 4-3.
     EXPECT_EQ(rankings.local.distances.lowestScores, (std::vector<double>{0.0, 0.25, none, 0.75, 1.0, 0.25}));
     EXPECT_EQ(rankings.global.distances.lowestScores, (std::vector<double>{none, 0.25, none, 0.75, 1.0, none}));
@@ -103,15 +104,15 @@ TEST_F(InputRankingTest, DistancesAreTheLowestScoresOfEachPair) {
 }
 
 TEST_F(InputRankingTest, DistancesAreLeftOutWithoutTree) {
-    EXPECT_TRUE(
-        rankInput(heldInputRecords(lists), motifs, {1, true, false, false}).local.distances.lowestScores.empty());
+    EXPECT_TRUE(rankInput(testing::listedInputRecords(lists), motifs, {1, true, false, false})
+                    .local.distances.lowestScores.empty());
 }
 
 TEST_F(InputRankingTest, EachTreeHasItsTableOnlyWhereItIsAskedFor) {
-    const InputRankings local = rankInput(heldInputRecords(lists), motifs, {1, true, true, false});
+    const InputRankings local = rankInput(testing::listedInputRecords(lists), motifs, {1, true, true, false});
     EXPECT_EQ(local.local.distances.lowestScores.size(), 6U);
     EXPECT_TRUE(local.global.distances.lowestScores.empty());
-    const InputRankings global = rankInput(heldInputRecords(lists), motifs, {1, true, false, true});
+    const InputRankings global = rankInput(testing::listedInputRecords(lists), motifs, {1, true, false, true});
     EXPECT_TRUE(global.local.distances.lowestScores.empty());
     EXPECT_EQ(global.global.distances.lowestScores.size(), 6U);
     EXPECT_EQ(global.largestCombinedScore, 1.0);
@@ -119,7 +120,7 @@ TEST_F(InputRankingTest, EachTreeHasItsTableOnlyWhereItIsAskedFor) {
 
 TEST_F(InputRankingTest, NoRecordsGiveEmptyListsAndZeroSums) {
     const RecordLists none(4);
-    const InputRankings rankings = rankInput(heldInputRecords(none), motifs, {5, true, true, true});
+    const InputRankings rankings = rankInput(testing::listedInputRecords(none), motifs, {5, true, true, true});
     for (const commonBestMatches& motif : rankings.local.ranking) EXPECT_EQ(motif.sumCombinedScore, 0.0);
     EXPECT_EQ(rankings.largestCombinedScore, 0.0);
 }
@@ -139,7 +140,7 @@ TEST_F(InputRankingTest, ThreadsChangeNothing) {
         }
     }
     const auto printed = [&] {
-        const InputRankings rankings = rankInput(heldInputRecords(lists), motifs, {10, true, true, true});
+        const InputRankings rankings = rankInput(testing::listedInputRecords(lists), motifs, {10, true, true, true});
         std::string text = std::to_string(rankings.largestCombinedScore);
         for (const InputRanking* ranking : {&rankings.local, &rankings.global}) {
             for (const auto& list : ranking->bestMatches) {

@@ -36,10 +36,6 @@ TEST_F(MemoryPlanTest, MotifsOfThePlainFormCountAllTheirAlignments) {
     EXPECT_DOUBLE_EQ(estimatedAlignments(motifs, motifs, true, 0.9), 2 * 593);
 }
 
-TEST_F(MemoryPlanTest, AnAlignmentTakesTwoRecordsAndItself) {
-    EXPECT_DOUBLE_EQ(recordBytes(10), 10 * (2 * 32 + 16));
-}
-
 TEST_F(MemoryPlanTest, AlignmentsThatFitMakeOneBlock) {
     EXPECT_EQ(motifsPerBlock(100, 1000, 16000), 100U);
     EXPECT_EQ(motifsPerBlock(100, 0, 0), 100U);
@@ -85,13 +81,22 @@ TEST_F(MemoryPlanTest, WhatDoesNotFitEndsTheRun) {
         "^Error: this job needs 1000000000000 MB of memory beside its motifs, and there are only [0-9]+ MB\\.\n$");
 }
 
-TEST_F(MemoryPlanTest, SmallRunsHoldTheirRecords) {
+TEST_F(MemoryPlanTest, AgainstACollectionAlignmentsGrowWithTheMotifs) {
+    EXPECT_EQ(motifsPerBlockAgainst(100, 1000, 16000), 100U);
+    EXPECT_EQ(motifsPerBlockAgainst(100, 1000, 4000), 25U);
+    EXPECT_EQ(motifsPerBlockAgainst(100, 1000, 1), 1U);
+    EXPECT_EQ(motifsPerBlockAgainst(0, 0, 1), 1U);
+}
+
+TEST_F(MemoryPlanTest, SmallRunsAreOneBlock) {
     Datasets = equalMotifs(5, "ACGTACGT");
-    DatabaseDatasets = equalMotifs(5, "ACGTACGT");
+    DatabaseDatasets = equalMotifs(7, "ACGTACGT");
     simCutoff = 0.75;
-    EXPECT_TRUE(holdsInputRecords());
-    EXPECT_TRUE(holdsCollectionRecords());
-    EXPECT_EQ(inputMotifsPerBlock(), 5U);
+    planInputScan();
+    EXPECT_EQ(heldMotifs, 5U);
+    heldMotifs = 0;
+    planCollectionScan();
+    EXPECT_EQ(heldMotifs, 5U);
 }
 
 }  // namespace

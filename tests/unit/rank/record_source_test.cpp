@@ -2,11 +2,12 @@
 
 #include <omp.h>
 
-#include <optional>
+#include <cmath>
+#include <cstdlib>
 
+#include "scan/pair_records.h"
 #include "scan/plain_walk.h"
-#include "scan/score_bounds.h"
-#include "scan/stages.h"
+#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
@@ -21,26 +22,16 @@ std::vector<double> combinedScores(std::span<const dataCombinedScore> records) {
     return scores;
 }
 
-/// What forEachMotif gives each thread.
-struct Scratch {
-    RecordScratch records;
-};
-
 /// All records of each motif, in the order of their keys.
 RecordLists recordsOf(const RecordSource& source, std::size_t motifs) {
-    RecordLists lists(motifs);
-    forEachMotif<Scratch>(source, motifs, [&](std::size_t motif, Scratch& scratch) {
-        std::optional<SortKey> earlier;
-        for (const SortKey& key : scratch.records.keys) {
-            // Equal scores are settled by place, so the places have to grow in the order of the list.
-            const SortKey place(0, key.place());
-            EXPECT_TRUE(!earlier || *earlier < place) << motif;
-            earlier = place;
-            lists[motif].push_back(source.recordOf(motif, scratch.records, key));
-            EXPECT_EQ(lists[motif].back().combinedScore, key.score());
-        }
-    });
-    return lists;
+    return testing::allRecords(source, motifs);
+}
+
+/// The scanned and scored records of the motifs among themselves.
+PairRecords inputPairs(std::span<const data> motifs, double cutoff, std::size_t blockSize) {
+    PairRecords records = scannedPairs(motifs, motifs, allPlaces(motifs.size()), cutoff, blockSize);
+    records.isForwardScanned = records.isBackwardScanned = records.isScored = true;
+    return records;
 }
 
 void expectSame(const RecordLists& records, const RecordLists& expected) {
@@ -53,60 +44,81 @@ void expectSame(const RecordLists& records, const RecordLists& expected) {
 
 class RecordSourceTest : public testing::RunTest {};
 
-TEST_F(RecordSourceTest, HeldRecordsAreThoseOfTheLists) {
-    RecordLists lists(2);
-    for (const int partner : {3, 5}) {
-        dataCombinedScore record{};
-        record.matrixID1 = 2;
-        record.matrixID2 = partner;
-        record.combinedScore = partner * 0.25;
-        lists[1].push_back(record);
+/// What the scans list, by the plain walk, with bounds and sort keys by their definition.
+RecordLists plainRecords(const std::vector<data>& motifs, double cutoff) {
+    const auto walkedLists = testing::walkBothScans(motifs, cutoff);
+    std::vector<double> bestScores(motifs.size());
+    std::vector<int> mostColumns(motifs.size());
+    for (const auto& list : walkedLists) {
+        for (const testing::WalkedRecord& record : list) {
+            // Both motifs of a record raise their bounds.
+            for (const int id : {record.matrixID1, record.matrixID2}) {
+                const auto motif = static_cast<std::size_t>(id - 1);
+                bestScores[motif] = std::max(bestScores[motif], record.similarityScore);
+                mostColumns[motif] = std::max(mostColumns[motif], record.overlapColumns);
+            }
+        }
     }
-    const RecordSource source = heldInputRecords(lists);
-    const RecordLists records = recordsOf(source, 2);
-    EXPECT_TRUE(records[0].empty());
-    EXPECT_EQ(combinedScores(records[1]), (std::vector{0.75, 1.25}));
-    RecordScratch scratch;
-    source.listKeys(1, scratch);
-    EXPECT_EQ(scratch.keys[0].partner(), 2U);
-    EXPECT_EQ(scratch.keys[1].partner(), 4U);
+    RecordLists lists(motifs.size());
+    for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
+        for (const testing::WalkedRecord& record : walkedLists[motif]) {
+            dataCombinedScore& made = lists[motif].emplace_back();
+            made.combinedScore = (std::fabs(record.similarityScore - bestScores[motif]) +
+                                  std::abs(record.overlapColumns - mostColumns[motif])) *
+                                 0.5;
+        }
+    }
+    return lists;
 }
 
-TEST_F(RecordSourceTest, PartnerAgainstACollectionIsTheReferenceMotif) {
-    RecordLists lists(1);
-    for (const bool isInputFirst : {true, false}) {
-        dataCombinedScore record{};
-        record.matrixID1 = isInputFirst ? 1 : 7;
-        record.matrixID2 = isInputFirst ? 7 : 1;
-        record.primaryFlag = isInputFirst ? PrimaryFlag::yes : PrimaryFlag::empty;
-        lists[0].push_back(record);
-    }
-    RecordScratch scratch;
-    heldCollectionRecords(lists).listKeys(0, scratch);
-    EXPECT_EQ(scratch.keys[0].partner(), 6U);
-    EXPECT_EQ(scratch.keys[1].partner(), 6U);
-}
-
-TEST_F(RecordSourceTest, RemadeRecordsAreThoseOfTheScans) {
+TEST_F(RecordSourceTest, RecordsAreThoseOfThePlainWalk) {
     for (std::uint64_t seed = 31; seed <= 34; ++seed) {
         SCOPED_TRACE(seed);
-        testing::resetGlobals();
-        Datasets = testing::RandomMotifs(seed).motifs(22, 2);
+        std::vector<data> motifs = testing::RandomMotifs(seed).motifs(22, 2);
         // One motif whose values the fast way does not take.
-        Datasets[5] =
-            testing::motifOfMatrix(6, {{2, -1, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}});
-        simCutoff = 0.6;
-        forwardScan();
-        backwardScan();
-        getMaxScores();
-        calculateSumScoresCompare();
-        std::size_t records = 0;
-        for (const Records& list : DatasetsCombinedScoreLists) records += list.size();
-        EXPECT_GT(records, 100U);
+        motifs[5] = testing::motifOfMatrix(6, {{2, -1, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {1, 0, 0, 0}});
+        const auto expected = testing::walkBothScans(motifs, 0.6);
+        const RecordLists scored = plainRecords(motifs, 0.6);
+        std::size_t count = 0;
+        for (const auto& list : expected) count += list.size();
+        EXPECT_GT(count, 100U);
         for (const std::size_t blockSize : {1U, 3U, 11U, 21U, 22U, 1000U}) {
             SCOPED_TRACE(blockSize);
-            expectSame(recordsOf(remadeInputRecords(Datasets, simCutoff, blockSize), Datasets.size()),
-                       DatasetsCombinedScoreLists);
+            PairRecords pairs = inputPairs(motifs, 0.6, blockSize);
+            const RecordLists records = recordsOf(inputRecords(pairs), motifs.size());
+            for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
+                ASSERT_EQ(testing::walked(records[motif]), expected[motif]) << motif;
+                ASSERT_EQ(combinedScores(records[motif]), combinedScores(scored[motif])) << motif;
+            }
+        }
+    }
+}
+
+TEST_F(RecordSourceTest, PlacesOfKeysGrowInTheOrderOfTheList) {
+    // Equal scores are settled by place.
+    const std::vector<data> motifs = testing::RandomMotifs(37).motifs(12, 1);
+    PairRecords pairs = inputPairs(motifs, 0.6, 5);
+    const RecordSource source = inputRecords(pairs);
+    forEachMotif<testing::ListingScratch>(source, motifs.size(), [&](testing::ListingScratch& scratch) {
+        const std::span<SortKey> keys = scratch.records.keys;
+        for (std::size_t k = 1; k < keys.size(); ++k) {
+            EXPECT_TRUE(SortKey(0, keys[k - 1].place()) < SortKey(0, keys[k].place()));
+        }
+    });
+}
+
+TEST_F(RecordSourceTest, BlocksKeepTheBoundsOfTheirMotifs) {
+    const std::vector<data> motifs = testing::RandomMotifs(38).motifs(20, 1);
+    std::vector<maxScores> whole;
+    for (const std::size_t blockSize : {20U, 7U}) {
+        PairRecords pairs = inputPairs(motifs, 0.6, blockSize);
+        std::vector<maxScores> bounds;
+        attachBounds(pairs, bounds);
+        recordsOf(inputRecords(pairs), motifs.size());
+        if (whole.empty()) whole = bounds;
+        for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
+            EXPECT_EQ(bounds[motif].maxScore, whole[motif].maxScore);
+            EXPECT_EQ(bounds[motif].maxOverlap, whole[motif].maxOverlap);
         }
     }
 }
@@ -115,7 +127,8 @@ TEST_F(RecordSourceTest, MotifsMayBeTakenInAnyOrder) {
     // Several runs of neighbours, whose earlier alignments are gathered together; many threads would make them short.
     omp_set_num_threads(1);
     Datasets = testing::RandomMotifs(35).motifs(70, 2);
-    const RecordSource source = remadeInputRecords(Datasets, 0.8, Datasets.size());
+    PairRecords pairs = inputPairs(Datasets, 0.8, 0);
+    const RecordSource source = inputRecords(pairs);
     const RecordLists expected = recordsOf(source, Datasets.size());
     ASSERT_GT(source.runSize, 1U);
     ASSERT_LT(source.runSize, 34U);
@@ -123,7 +136,7 @@ TEST_F(RecordSourceTest, MotifsMayBeTakenInAnyOrder) {
     for (const std::size_t motif : {69U, 0U, 68U, 35U, 1U, 36U, 0U}) {
         source.listKeys(motif, scratch);
         Records records;
-        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(motif, scratch, key));
+        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(scratch, key));
         EXPECT_EQ(testing::walked(records), testing::walked(expected[motif])) << motif;
     }
 }
@@ -131,19 +144,23 @@ TEST_F(RecordSourceTest, MotifsMayBeTakenInAnyOrder) {
 TEST_F(RecordSourceTest, ThreadsChangeNothing) {
     Datasets = testing::RandomMotifs(36).motifs(70, 2);
     omp_set_num_threads(1);
-    const RecordLists expected = recordsOf(remadeInputRecords(Datasets, 0.8, 30), Datasets.size());
+    PairRecords pairs = inputPairs(Datasets, 0.8, 30);
+    const RecordLists expected = recordsOf(inputRecords(pairs), Datasets.size());
     for (const int threads : {2, 3, 7}) {
         SCOPED_TRACE(threads);
         omp_set_num_threads(threads);
-        expectSame(recordsOf(remadeInputRecords(Datasets, 0.8, 30), Datasets.size()), expected);
+        PairRecords again = inputPairs(Datasets, 0.8, 30);
+        expectSame(recordsOf(inputRecords(again), Datasets.size()), expected);
     }
 }
 
-TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
+TEST_F(RecordSourceTest, RecordsAgainstACollectionAreThoseOfTheWalk) {
     testing::RandomMotifs random(8);
     const std::vector<data> motifs = random.motifs(12, 1);
     const std::vector<data> references = random.motifs(15, 1);
-    const RecordLists records = recordsOf(remadeCollectionRecords(motifs, references, 0.7), motifs.size());
+    PairRecords pairs = scannedPairs(motifs, references, allPlaces(motifs.size()), 0.7, 5);
+    pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
+    const RecordLists records = recordsOf(collectionRecords(pairs), motifs.size());
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) {
         std::vector<testing::WalkedRecord> expected;
         for (const bool isForward : {true, false}) {
@@ -151,8 +168,8 @@ TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
                 testing::walkBothRegions(isForward, motifs[motif], reference, 0.7, expected);
             }
         }
-        const Records& remade = records[motif];
-        ASSERT_EQ(testing::walked(remade), expected);
+        const Records& made = records[motif];
+        ASSERT_EQ(testing::walked(made), expected);
         // Only the input motif's own bounds count.
         double bestScore = 0;
         int mostColumns = 0;
@@ -161,9 +178,9 @@ TEST_F(RecordSourceTest, RemadeRecordsAgainstACollectionAreThoseOfTheWalk) {
             mostColumns = std::max(mostColumns, record.overlapColumns);
         }
         for (std::size_t place = 0; place < expected.size(); ++place) {
-            EXPECT_EQ(remade[place].combinedScore, (std::fabs(expected[place].similarityScore - bestScore) +
-                                                    (mostColumns - expected[place].overlapColumns)) *
-                                                       0.5);
+            EXPECT_EQ(made[place].combinedScore, (std::fabs(expected[place].similarityScore - bestScore) +
+                                                  (mostColumns - expected[place].overlapColumns)) *
+                                                     0.5);
         }
     }
 }

@@ -1,6 +1,9 @@
 #include "scan/stages.h"
 
+#include <set>
+
 #include "scan/plain_walk.h"
+#include "support/listed_records.h"
 #include "support/run_fixture.h"
 
 // Records of single pairs, written out by hand.
@@ -28,13 +31,12 @@ class ScanTest : public testing::RunTest {
         backwardScan();
     }
     static std::vector<WalkedRecord> recordsOf(std::size_t matrixID) {
-        return walked(DatasetsCombinedScoreLists.at(matrixID - 1));
+        return walked(testing::allRecords(inputRecords(DatasetsCombinedScoreLists), Datasets.size()).at(matrixID - 1));
     }
 };
 
 TEST_F(ScanTest, OneMotifStoresNothing) {
     scanBoth({motifOfText(1, "ACGTACGT")}, 0.5);
-    ASSERT_EQ(DatasetsCombinedScoreLists.size(), 1U);
     EXPECT_TRUE(recordsOf(1).empty());
 }
 
@@ -127,11 +129,37 @@ TEST_F(ScanTest, ListsAreGroupedInTheOrderOfPairs) {
     EXPECT_EQ(recordsOf(2)[1].primaryFlag, "Y");
 }
 
-TEST_F(ScanTest, BackwardScanEmptiesTheScoredPairs) {
+TEST_F(ScanTest, BackwardScanAddsItsRecords) {
     scanForward({motifOfText(1, "AAAA"), motifOfText(2, "AAAA")}, 0.9);
-    EXPECT_FALSE(scannedPairs.empty());
+    EXPECT_EQ(recordsOf(1).size(), 1U);
     backwardScan();
-    EXPECT_TRUE(scannedPairs.empty());
+    ASSERT_EQ(recordsOf(1).size(), 2U);
+    EXPECT_EQ(recordsOf(1)[1].direction, "Backward");
+}
+
+TEST_F(ScanTest, RecordsAreScoredBehindTheirBounds) {
+    scanBoth({motifOfText(1, "AAAAA"), motifOfText(2, "AAAAA")}, 0.9);
+    getMaxScores();
+    ASSERT_EQ(maxScoresList.size(), 2U);
+    EXPECT_EQ(maxScoresList[0].matrixID, 0);
+    const auto scores = [] {
+        std::set<double> found;
+        for (const auto& list : testing::allRecords(inputRecords(DatasetsCombinedScoreLists), 2)) {
+            for (const dataCombinedScore& record : list) found.insert(record.combinedScore);
+        }
+        return found;
+    };
+    EXPECT_EQ(scores(), (std::set<double>{0}));
+    calculateSumScoresCompare();
+    // Five columns of five, and four of five.
+    EXPECT_EQ(scores(), (std::set<double>{0, 0.5}));
+    for (const int id : {1, 2}) {
+        const maxScores& bounds = maxScoresList[static_cast<std::size_t>(id - 1)];
+        EXPECT_EQ(bounds.matrixID, id);
+        EXPECT_EQ(bounds.maxScore, 1.0);
+        EXPECT_EQ(bounds.maxOverlap, 5);
+        EXPECT_EQ(bounds.halfOverlapPlus2, 4);
+    }
 }
 
 TEST_F(ScanTest, ColumnsThatAreNoNumbersDropTheirAlignments) {

@@ -7,8 +7,10 @@
 #include <limits>
 #include <tuple>
 
+#include "scan/pair_records.h"
 #include "scan/plain_walk.h"
 #include "scan/stages.h"
+#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
@@ -26,10 +28,9 @@ class PairScanTest : public testing::RunTest {
     static RecordLists scan(const std::vector<data>& motifs, double cutoff) {
         Datasets = motifs;
         simCutoff = cutoff;
-        DatasetsCombinedScoreLists.clear();
         forwardScan();
         backwardScan();
-        return DatasetsCombinedScoreLists;
+        return testing::allRecords(inputRecords(DatasetsCombinedScoreLists), Datasets.size());
     }
 
     static void expectWalked(const RecordLists& lists, const std::vector<data>& motifs, double cutoff) {
@@ -109,13 +110,12 @@ TEST_F(PairScanTest, ScansAgainstChosenMotifsOnly) {
     RandomMotifs random(3);
     const std::vector<data> lefts = random.motifs(6, 1);
     const std::vector<data> rights = random.motifs(9, 1);
-    const std::vector<std::size_t> chosen = {4, 1};
-    const ShiftRows rows = scanAgainst(lefts, chosen, rights, 0.6);
-    ASSERT_EQ(rows.size(), 6U);
-    for (const std::size_t left : {0U, 2U, 3U, 5U}) EXPECT_TRUE(rows[left].empty()) << left;
-    RecordLists lists;
-    appendRecordsAgainst(Direction::forward, rows, lefts, rights, lists);
-    appendRecordsAgainst(Direction::backward, rows, lefts, rights, lists);
+    const std::vector<std::size_t> chosen = {1, 4};
+    PairRecords records = scannedPairs(lefts, rights, chosen, 0.6, 4);
+    records.isForwardScanned = true;
+    records.isBackwardScanned = true;
+    const RecordLists lists = testing::allRecords(collectionRecords(records), lefts.size());
+    for (const std::size_t left : {0U, 2U, 3U, 5U}) EXPECT_TRUE(lists[left].empty()) << left;
     for (const std::size_t left : chosen) {
         std::vector<testing::WalkedRecord> expected;
         for (const bool isForward : {true, false}) {
@@ -144,7 +144,7 @@ TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
     constexpr std::size_t first = 5;
     constexpr std::size_t last = 36;
     constexpr std::size_t run = 7;
-    const ShiftRows rows = scanBlock(scan, first, last);
+    const ShiftRows rows = scanBlock(scan, allPlaces(motifs.size()), first, last);
     ASSERT_EQ(rows.size(), last - first);
     ShiftRows earlier;
     KernelScratch scratch;

@@ -84,8 +84,8 @@ void resetGlobals() {
     resetStreams();
     startAnew(Matrices, InputFiles, mergedMatrix);
     startAnew(FileNameType, Datasets, DatabaseDatasets, DatasetsMatrixText, DatabaseDatasetsMatrixText);
-    startAnew(scannedPairs, scannedDatabasePairs);
     startAnew(DatasetsCombinedScoreLists, DatasetsCombinedScoreDatabaseLists, DatasetsCombinedScoreDatabaseGlobalLists);
+    heldMotifs = 0;
     startAnew(maxScoresList, maxScoresDatabaseList, maxScoresDatabaseGlobalList);
     startAnew(commonBestScoreResultList, globalMatchingScoreResultList);
     startAnew(topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults);

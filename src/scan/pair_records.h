@@ -1,0 +1,32 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "run/shared_records.h"
+
+// What the scans leave behind for the ranking: the scored alignments of a block of motifs. The scan stages are thin
+// calls of these functions. Tested by forwardScan_test.cpp and pair_records_test.cpp.
+
+namespace varnolix {
+
+/// Places of all motifs of a list.
+std::vector<std::size_t> allPlaces(std::size_t motifs);
+
+/// Places in Datasets, ascending, of the motifs that the groups belong to.
+std::vector<std::size_t> placesOfGroups(const RecordLists& groups);
+
+/// Lays out the two lists and scores the pairs of the first block. The lists must outlive the records.
+/// @param chosen places of the left motifs to compare, ascending
+/// @param blockSize left motifs whose alignments are held at a time; 0 for all of them
+PairRecords scannedPairs(std::span<const data> lefts, std::span<const data> rights, std::vector<std::size_t> chosen,
+                         double cutoff, std::size_t blockSize);
+
+/// Scores the pairs of the block that begins with this left motif, unless it is the one that is held.
+void holdBlock(PairRecords& records, std::size_t first);
+
+/// Lets the records have bounds: one entry for each left motif, zero until the ranking lists the records of the motif.
+/// Only then all of its alignments are together, and they give the bounds at no cost of their own.
+void attachBounds(PairRecords& records, std::vector<maxScores>& bounds);
+
+}  // namespace varnolix
