@@ -161,7 +161,7 @@ class Names(unittest.TestCase):
         rows = re.findall(r"^\| (\d+) \| (\w+) \| `databases/(\S+)` \|$", text_of("docs/manual.md"), re.MULTILINE)
         catalogue = re.findall(r"^(\d+) (\w+) (\S+)$", text_of("databases/catalogue.txt"), re.MULTILINE)
         self.assertEqual(rows, catalogue)
-        listed = re.findall(r'"(\w+)",\s*"[^"]*",\s*"/databases/([^"]+)"', text_of("src/database/collections.h"))
+        listed = re.findall(r'"(\w+)",\s*"[^"]*",\s*"/databases/([^"]+)"', text_of("src/run/collections.h"))
         self.assertEqual([(name, path) for _, name, path in rows], listed)
 
     def test_headings_of_reports_stand_in_the_sources(self):
