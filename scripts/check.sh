@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
-# Static checks: nothing is built and nothing is run but the checkers.
+# Runs the static checks: only the checkers are run, and nothing is built.
 #
 #   check.sh [DIR]
 #
-# - clang-format: all sources stand as .clang-format would lay them out
-# - clang-tidy: src/ and tools/ have no finding of .clang-tidy
-# - shellcheck: the scripts have no finding
+# - clang-format: all sources are formatted as .clang-format says
+# - clang-tidy: no findings in src/ and tools/ with the settings in .clang-tidy
+# - shellcheck: no findings in the scripts
 #
-# DIR is the build folder for clang-tidy, configured with clang (build/tidy, made if it is missing). Exit
-# status 0 when no checker finds anything; one that is not installed counts as a failure.
+# DIR is the build folder for clang-tidy, configured with clang (default: build/tidy, made if it is missing). The
+# exit status is 0 if no checker finds anything; a checker that is not installed counts as a failure.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -23,12 +23,12 @@ cd "$project"
 tidy_folder="${1:-build/tidy}"
 failed=() lacking=()
 
-# sources_in FOLDER...: the C++ files below the folders, separated by zero bytes.
+# sources_in FOLDER...: lists the C++ files below the folders, separated by null bytes.
 sources_in() {
     find "$@" \( -name '*.cpp' -o -name '*.h' \) -print0
 }
 
-# check_with CHECKER FUNCTION: runs the function and notes a failure, or that the checker is missing.
+# check_with CHECKER FUNCTION: runs the function and records whether it failed or the checker is missing.
 check_with() {
     if ! command -v "$1" > /dev/null; then
         lacking+=("$1")
@@ -42,7 +42,7 @@ check_format() {
     sources_in src tools tests bench fuzz | xargs -0 clang-format --dry-run -Werror
 }
 
-# The compile commands must be those of a clang, which knows its own OpenMP headers.
+# The compile commands must be for clang, so that clang-tidy finds the OpenMP headers of clang.
 check_tidy() {
     if [[ ! -f $tidy_folder/build.ninja ]]; then
         cmake --preset debug -B "$tidy_folder" -D CMAKE_CXX_COMPILER=clang++ -D VARNOLIX_TESTS=OFF > /dev/null || return

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Runs one whole job on the sample motifs: from a bare Debian machine to finished reports.
+# Runs a complete job on the sample motifs: from a bare Debian system to finished reports.
 #
 #   demo.sh              with logos, pages, PDF files and the tree
-#   demo.sh --text       text reports only: needs no more than the compiler kit
-#   demo.sh --chromium   as the first, with Chromium making the PDF files
+#   demo.sh --text       text reports only: needs only a C++ toolchain
+#   demo.sh --chromium   like demo.sh, but Chromium makes the PDF files
 #
-# Installs what is missing (setup.sh), builds, makes the job folder build/demo-job (afresh each time), answers
-# the dialogue, and names the reports. Exit status 0 when all of them are there.
+# Installs missing packages (setup.sh), builds the program, makes a new job folder build/demo-job, answers the
+# dialogue, and lists the reports. The exit status is 0 if all of them exist.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -21,7 +21,7 @@ case ${1:-} in
 esac
 
 job="$project/build/demo-job"
-# Seconds, many times what the job takes; most of it goes into the PDF files.
+# In seconds: many times what the job needs. Most of its time goes into the PDF files.
 limit=600
 
 "$here/setup.sh" --if-missing "$@"
@@ -36,12 +36,12 @@ cp "$project"/examples/motifs/*.txt "$job/motifs/"
 "$here/install-collection.sh" uniprobeMouse "$project/examples/collection/sample_uniprobe.txt" --to "$job"
 "$here/new-job.sh" "$job"
 
-# The check of the thread count refuses the digit 0, so 10 and 20 cannot be asked for.
+# The program refuses thread counts that contain the digit 0, such as 10 and 20.
 threads="$(nproc)"
 (( threads <= 9 )) || threads=9
 if $text_only; then tree=N format=Text; else tree=Y format=All; fi
 
-# Each answer with what it answers. Few matches are asked for, as WeasyPrint makes some five PDF pages a second.
+# Each answer, with its question. Few matches are requested, as WeasyPrint makes only about five PDF pages per second.
 answers=(
     "2|number of files"
     "3|number of top significant motifs"
@@ -73,28 +73,28 @@ identity="$(find "$job/result" -name 'J_*_input_motifs.txt' -printf '%f')"
 identity="${identity%input_motifs.txt}"
 missing=0
 
-# line NAME WHAT
+# line NAME WHAT: prints a line of the list.
 line() {
     printf '  %-58s %s\n' "$1" "$2"
 }
 
-# lacking NAME WHAT: a line for something that is not there.
+# lacking NAME WHAT: prints and counts something that is missing.
 lacking() {
     line "$1" "MISSING: $2"
     missing=$((missing + 1))
 }
 
-# named FILE WHAT [IDENTITY]: one file of the result folder.
+# named FILE WHAT [IDENTITY]: lists one file of the result folder.
 named() {
     if [[ -s $job/result/${3:-}$1 ]]; then line "$1" "$2"; else lacking "$1" "$2"; fi
 }
 
-# report NAME WHAT: a file that carries the job's identity before its name; the list leaves it out.
+# report NAME WHAT: lists a file whose name begins with the job's identity; the list leaves out the identity.
 report() {
     named "$1" "$2" "$identity"
 }
 
-# logos: counts the pictures, two for each input and reference motif.
+# logos: checks that there are two pictures for each input motif and each reference motif.
 logos() {
     local motifs found
     motifs=$(( $(sed -n 's/^Total number of motifs: //p' "$job/result/${identity}input_motifs.txt")

@@ -4,11 +4,11 @@
 #   install-collection.sh NAME FILE [--to DIR]
 #
 # NAME is one of the names in databases/catalogue.txt (jasparAll ... uniprobeYeast, transfac). FILE may have
-# any usual public layout: Jaspar with or without brackets, empty lines and row letters, TRANSFAC, the minimal
-# format of MEME, or UniPROBE's own table with rows "A:", "C:", "G:", "T:".
+# any usual public layout: Jaspar with or without brackets, empty lines and row letters; TRANSFAC; the minimal
+# format of MEME; or UniPROBE's own tables with rows "A:", "C:", "G:", "T:".
 #
-# The collection goes into databases/ of the project, where new-job.sh finds it, or with --to into the job
-# folder DIR alone. A file that cannot be read right is refused and the old collection stays.
+# The collection goes into databases/ of the project, where new-job.sh finds it; with --to it goes only into the
+# job folder DIR. A file that cannot be read correctly is refused, and the old collection stays.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -51,7 +51,8 @@ layout=jaspar
 target="$base/databases/$file"
 mkdir -p "$(dirname "$target")"
 
-# Written beside the target and renamed, so that the old collection stays until the new one is whole.
+# The new file is written beside the target and then renamed, so the old collection stays until the new one is
+# complete.
 fresh="$(mktemp "$target.XXXXXX")"
 trap 'rm -f "$fresh"' EXIT
 python3 "$here/convert_collection.py" --taxon "$layout" "$source_file" > "$fresh"

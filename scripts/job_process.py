@@ -7,5 +7,5 @@ C_LIBRARY = ctypes.CDLL(None)
 
 
 def before_exec():
-    """In the new process: a launcher that is killed takes the program along, which would ask for ever otherwise."""
+    """Runs in the new process: if the launcher is killed, the program ends too; it might ask for ever otherwise."""
     C_LIBRARY.prctl(PR_SET_PDEATHSIG, signal.SIGTERM)

@@ -3,15 +3,15 @@
 #
 #   new-job.sh DIR
 #
-# DIR/motifs/      for the motif files, with the client that has WebLogo draw the logos
+# DIR/motifs/      for the motif files; also holds the client through which WebLogo draws the logos
 # DIR/result/      where the reports appear
-# DIR/databases/   links to the collections that are installed (see databases/README.md)
+# DIR/databases/   links to the installed collections (see databases/README.md)
 # DIR/prince.php   makes the PDF files
 # DIR/run          starts the program: DIR/run for the dialogue, DIR/run ANSWERS for answers from a file
 #
-# The program finds the result folder by taking the last seven characters off the input path, so the folder
-# of the motif files must keep its name. Run again on the same DIR, it links collections installed since and
-# leaves files of yours alone.
+# The program finds the result folder by removing the last seven characters of the input path, so the folder
+# of the motif files must keep its name. If you run this again on the same DIR, it links the collections that
+# have been installed since and leaves your files alone.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -29,7 +29,7 @@ job="$(cd -- "$1" && pwd)"
 mkdir -p "$job/motifs" "$job/result" "$job"/databases/{jaspar,transfac,uniprobe}
 cp "$project/tools/prince.php" "$job/prince.php"
 
-# write_run_script: DIR/run, with the places written out, so that it can be started from anywhere.
+# write_run_script: writes DIR/run, with full paths, so that it can be started from anywhere.
 write_run_script() {
     {
         cat <<'END'
@@ -38,7 +38,7 @@ write_run_script() {
 #
 #   run [ANSWERS]
 #
-# All the work is in the project's scripts/run_job.py; run --help tells what it does.
+# The work is done by the project's scripts/run_job.py; run --help explains it.
 set -euo pipefail
 END
         printf 'project=%q\n' "$project"
@@ -63,7 +63,7 @@ END
     chmod +x "$job/run"
 }
 
-# link_project_file TARGET LINK: a link into the project, but never over something that was put there by hand.
+# link_project_file TARGET LINK: makes a link into the project, but never replaces something put there by hand.
 link_project_file() {
     if [[ -L $2 || ! -e $2 ]]; then
         rm -f "$2"
@@ -72,7 +72,7 @@ link_project_file() {
 }
 
 write_run_script
-# The client for logos is built beside the program. Where it is not there yet, the launcher finds it later.
+# The client for logos is built beside the program. If it has not been built yet, the launcher will find it later.
 logo_tool="$(realpath -m -- "$(dirname -- "$program")")/weblogo-3.4"
 [[ -x $logo_tool/weblogo ]] || logo_tool="$project/tools/weblogo-3.4"
 link_project_file "$logo_tool" "$job/motifs/weblogo-3.4"

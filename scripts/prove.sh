@@ -1,18 +1,19 @@
 #!/usr/bin/env bash
-# Proves that what VARNOLIX calls works here: compiles and runs a small program, draws one logo, makes one PDF
-# and one tree.
+# Proves that the tools for VARNOLIX work on this machine: compiles and runs a small program, draws one logo,
+# makes one PDF file and draws one tree.
 #
 #   prove.sh          all four
-#   prove.sh --text   the compiler alone
+#   prove.sh --text   the compiler only
 #
-# Each is "ok", or "FAILED" with what to look at. Exit status 0 when all are ok. setup.sh ends with it.
-# shellcheck disable=SC2317  # the prove_ functions are called by names put together
+# For each it prints "ok", or "FAILED" and where to look. The exit status is 0 if all are ok. setup.sh runs this
+# at its end.
+# shellcheck disable=SC2317  # the prove_ functions are called through assembled names
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
-# Seconds that any one tool may take: a slow first start of R or Chromium is far below it.
+# Seconds that a tool may take; even a slow first start of R or Chromium takes far less.
 limit=60
 
 prove_compiler() {
@@ -43,7 +44,7 @@ prove_logo() {
         echo "2 0 0.5 0.5 0 "
         echo "3 0.1 0.2 0.3 0.4 "
     } > matrix.txt
-    # Drawn now, not taken from the store.
+    # The logo must be drawn now, not taken from the store.
     VARNOLIX_LOGO_STORE=no "$project/tools/weblogo-3.4/weblogo" --format jpeg --sequence-type dna --units bits --composition none \
         --first-index 1 --size medium --stacks-per-line 80 --show-xaxis YES --show-yaxis YES --ticmarks 1.0 \
         --errorbars NO --stack-width 20 --resolution 96 --scale-width yes --color-scheme classic \
@@ -68,7 +69,7 @@ END
     php5 page.php
     [[ $(head -c 5 page.pdf) == "%PDF-" ]]
     tail -c 16 page.pdf | grep -aq "%%EOF"
-    # Only the tests ask for pdftotext, so it need not be there.
+    # Only the tests need pdftotext, so it may be missing.
     ! command -v pdftotext || pdftotext page.pdf - | grep -q "The page of the proof."
 }
 
@@ -101,7 +102,7 @@ END
     [[ $(head -c 4 tree.png | tail -c 3) == PNG ]]
 }
 
-# prove NAME HINT: runs prove_NAME in a folder of its own, through this script, as timeout runs programs only.
+# prove NAME HINT: runs prove_NAME in a folder of its own. It calls this script again, as timeout can only run programs.
 prove() {
     local name=$1 hint=$2 folder="$work/$1"
     mkdir "$folder"

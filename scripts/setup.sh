@@ -1,17 +1,18 @@
 #!/usr/bin/env bash
-# Installs by apt what VARNOLIX needs on this machine, and proves that it works.
+# Installs with apt what VARNOLIX needs on this machine, and proves that it works.
 #
-#   setup.sh              compiler kit, WebLogo, PHP, WeasyPrint, R: logos, PDF files, tree
-#   setup.sh --text       compiler kit only: building, text reports
-#   setup.sh --chromium   the default set and Chromium, which turns pages into PDF more faithfully
+#   setup.sh              C++ toolchain, WebLogo, PHP, WeasyPrint, R: for logos, PDF files and trees
+#   setup.sh --text       C++ toolchain only: for building, and for text reports
+#   setup.sh --chromium   the default set, and Chromium, which converts pages to PDF more faithfully
 #
-#   --tests               also what the tests need: GoogleTest, and poppler-utils to look at PDF files
+#   --tests               also what the tests need: GoogleTest, and poppler-utils to examine PDF files
 #   --check               installs nothing: says what is missing, and does the proof
-#   --if-missing          no proof when everything was there already
+#   --if-missing          skips the proof if nothing was missing
 #
-# Only missing packages are installed. What this release of the system does not have is named, with what that means,
-# and the rest is installed all the same; dendextend, a package of R, has a stand-in in tools/R. The proof makes one
-# logo, one PDF and one tree (with --text: one small program). Exit status 0 when all of it is ok.
+# Only missing packages are installed. If this release of the system does not have a package, the script names it and
+# says what follows, and installs the others; for the R package dendextend there is a stand-in in tools/R. The proof
+# (prove.sh) makes one logo, one PDF and one tree, and compiles a small program; with --text it only compiles. The exit
+# status is 0 if all of it is ok.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -34,7 +35,7 @@ for argument in "$@"; do
     esac
 done
 
-# wanted_packages: one name a line.
+# wanted_packages: lists the packages, one name per line.
 wanted_packages() {
     printf '%s\n' "${build_packages[@]}"
     ! $tests || printf '%s\n' libgtest-dev libgmock-dev
@@ -44,7 +45,7 @@ wanted_packages() {
     [[ $choice != chromium ]] || echo chromium
 }
 
-# without PACKAGE: what goes wrong where it is missing.
+# without PACKAGE: says what goes wrong without it.
 without() {
     case $1 in
         g++ | cmake | ninja-build) echo "the program cannot be built" ;;
@@ -62,10 +63,10 @@ without() {
     esac
 }
 
-# missing_packages: those of wanted_packages that are not installed.
+# missing_packages: lists those of wanted_packages that are not installed.
 missing_packages() {
     local installed
-    # dpkg-query complains about every name that it has never heard of; those are missing all the same.
+    # dpkg-query complains about names that it does not know; those packages are missing, too.
     # shellcheck disable=SC2016  # the fields are dpkg-query's
     installed="$(wanted_packages | xargs dpkg-query -W -f='${Package} ${db:Status-Status}\n' 2>/dev/null || true)"
     wanted_packages | while read -r package; do
@@ -73,13 +74,13 @@ missing_packages() {
     done
 }
 
-# with_candidate PACKAGE...: those that apt can install, by its present lists.
+# with_candidate PACKAGE...: lists those that apt can install, by its current package lists.
 with_candidate() {
     LC_ALL=C apt-cache policy "$@" |
         awk '/^[^ ]/ { sub(/:$/, ""); name = $0 } $1 == "Candidate:" && $2 != "(none)" { print name }'
 }
 
-# as_root: the words to put before a command that needs root; false where there are none.
+# as_root: prints what to put in front of a command that needs root; fails if root cannot be had.
 as_root() {
     if [[ $(id -u) == 0 ]]; then
         return 0
@@ -94,7 +95,7 @@ as_root() {
     fi
 }
 
-# tell_missing PACKAGE...: a line for each: whether apt has it, and what goes wrong without it.
+# tell_missing PACKAGE...: prints a line for each: whether apt has it, and what goes wrong without it.
 tell_missing() {
     local known package why
     known=" $(with_candidate "$@" | tr '\n' ' ')"
@@ -105,7 +106,7 @@ tell_missing() {
     done
 }
 
-# install_packages PACKAGE...: installs those that this release has, and names the others.
+# install_packages PACKAGE...: installs those that this release has and names the others.
 install_packages() {
     local prefix known=() lacking=()
     if ! command -v apt-get >/dev/null; then
@@ -113,13 +114,13 @@ install_packages() {
     fi
     if ! prefix="$(as_root)"; then
         mapfile -t known < <(with_candidate "$@")
-        # Where apt's lists know none of them, they are most likely empty still.
+        # If apt's lists have none of them, the lists are most likely still empty.
         (( ${#known[@]} > 0 )) || known=("$@")
         printf 'Neither root nor sudo works here. Please run as root, then start this again:\n\n    %s\n' \
                "apt-get update && apt-get install -y --no-install-recommends ${known[*]}" >&2
         exit 1
     fi
-    # One source that is down need not matter: whether all packages can be had shows below.
+    # A source that is down may not matter: below it turns out whether all packages are available.
     # shellcheck disable=SC2086  # the prefix is a list of words, often empty
     $prefix apt-get -q update || true
     mapfile -t known < <(with_candidate "$@")
@@ -129,7 +130,7 @@ install_packages() {
         tell_missing "${lacking[@]}"
     fi
     (( ${#known[@]} > 0 )) || return 0
-    # WebLogo comes with SciPy, which in Debian 12 wants some BLAS to build with: left to itself apt takes a large one.
+    # WebLogo needs SciPy, which in Debian 12 asks for a BLAS to build with; apt would choose a large one.
     [[ " ${known[*]} " != *" python3-weblogo "* ]] || known+=(libblas-dev)
     say "Installing by apt: ${known[*]}"
     # shellcheck disable=SC2086
@@ -137,12 +138,12 @@ install_packages() {
         apt-get -q -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 install -y --no-install-recommends "${known[@]}"
 }
 
-# real_dendextend_is_there: whether R has it, from wherever.
+# real_dendextend_is_there: succeeds if R has the real package, wherever it came from.
 real_dendextend_is_there() {
     R_LIBS='' Rscript -e 'find.package("dendextend")' > /dev/null 2>&1
 }
 
-# unmet_packages: missing_packages, without dendextend where R has the real one from elsewhere or our stand-in.
+# unmet_packages: missing_packages, without dendextend if R has the real one from elsewhere or our stand-in.
 unmet_packages() {
     missing_packages | while read -r package; do
         if [[ $package != r-cran-dendextend ]] ||
@@ -163,7 +164,7 @@ install_stand_in() {
     R CMD INSTALL --no-docs --library="$r_library" "$project/tools/R/dendextend"
 }
 
-# install_all: packages and stand-in; ends the script where nothing was missing and no proof is wanted then.
+# install_all: installs packages and stand-in; ends the script if nothing was missing and --if-missing was given.
 install_all() {
     local missing
     command -v dpkg-query >/dev/null || fail "this is no Debian system; please install what these packages hold:" \
@@ -173,13 +174,13 @@ install_all() {
         say "All packages of the $choice set are installed"
         ! $if_missing || exit 0
     elif [[ ${missing[*]} != r-cran-dendextend || -n $(with_candidate r-cran-dendextend) ]]; then
-        # For its stand-in alone nobody need be root.
+        # Installing only the stand-in does not need root.
         install_packages "${missing[@]}"
     fi
     [[ $choice == text ]] || install_stand_in
 }
 
-# tell_all_missing: what --check says before the proof.
+# tell_all_missing: prints what --check says before the proof.
 tell_all_missing() {
     local missing
     command -v dpkg-query >/dev/null || return 0

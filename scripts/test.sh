@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Builds VARNOLIX and runs all its tests: from a bare Debian machine to the summary of ctest.
+# Builds VARNOLIX and runs all its tests: from a bare Debian system to the summary of ctest.
 #
-#   test.sh          all tests, with the real outside tools and with pages in a real browser
-#   test.sh --text   needs no more than the compiler kit: tests of the outside tools are left out
+#   test.sh          all tests, with the real outside tools, and with pages in a real browser
+#   test.sh --text   without the tests of the outside tools: needs only a C++ toolchain
 #
-# Installs what is missing (setup.sh). Exit status 0 when all tests pass.
+# Installs missing packages (setup.sh). The exit status is 0 if all tests pass.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh

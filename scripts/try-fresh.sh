@@ -1,16 +1,17 @@
 #!/usr/bin/env bash
-# Tries demo.sh and test.sh on a fresh Debian: as root, in a new chroot that holds nothing but the base system.
+# Tries demo.sh and test.sh on a fresh Debian: as root, in a new chroot that holds only the base system.
 #
 #   try-fresh.sh SUITE     a Debian release by name: bookworm, trixie
 #
-#   --demo-only            leaves test.sh out
-#   --text                 both scripts with --text
-#   --keep                 leaves the chroot there and says where
-#   --mirror URL           where packages come from; otherwise the mirror of this machine's own package sources
+#   --demo-only            leaves out test.sh
+#   --text                 runs both scripts with --text
+#   --keep                 keeps the chroot and says where it is
+#   --mirror URL           where packages come from; the default is the mirror that this machine's apt uses
 #
-# What is tried is the last commit. Needs debootstrap, some 3 GB of room below TMPDIR (or /var/tmp), and a mirror
-# within reach; apt in the chroot gets the proxies and certificates of this machine's apt. Says for each script
-# how long it took and what is installed by then. Exit status 0 when all of them ended well.
+# The last commit is tried. This needs debootstrap, about 3 GB of space below TMPDIR (or /var/tmp), and a mirror that
+# can be reached; apt in the chroot gets the proxies and certificates of this machine's apt. For each script it says
+# how long the script took, and how much is downloaded and installed by then. The exit status is 0 if all scripts
+# succeeded.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -18,19 +19,19 @@ source "$here/common.sh"
 
 inside_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
 
-# run_inside ROOT COMMAND...: a command in the chroot, with mounts and processes of its own. Both are gone with it,
-# whichever way it ends, so that nothing mounted is left to be removed by mistake.
+# run_inside ROOT COMMAND...: runs a command in the chroot, in mount and process namespaces of its own. These disappear
+# with the command, however it ends, so no mount is left whose contents could be removed by mistake.
 run_inside() {
     unshare --mount --pid --fork --kill-child -- bash "$here/try-fresh.sh" --inside "$@" &
     inside=$!
-    # A signal ends this waiting at once, which it would not do to a command in the foreground.
+    # A signal interrupts this wait at once; it would not interrupt a command in the foreground.
     local status=0
     wait "$inside" || status=$?
     inside=""
     return "$status"
 }
 
-# enter ROOT COMMAND...: the inner half of run_inside.
+# enter ROOT COMMAND...: the part of run_inside that runs in the new namespaces.
 enter() {
     local root=$1
     shift
@@ -68,7 +69,7 @@ for tool in debootstrap unshare git; do
     command -v "$tool" > /dev/null || fail "$tool is not installed"
 done
 
-# own_mirror: where this machine has its Debian packages from, by apt's own account.
+# own_mirror: prints the Debian mirror that this machine's apt uses.
 own_mirror() {
     # shellcheck disable=SC2016  # the fields are apt-get's
     apt-get indextargets --format '$(REPO_URI) $(LABEL)' 'Created-By: Packages' 2> /dev/null |
@@ -80,7 +81,7 @@ if [[ -z $mirror ]]; then
     [[ -n $mirror ]] || fail "apt has no Debian mirror here; name one with --mirror"
 fi
 
-# apt_settings: what this machine's apt needs to fetch anything, but none of its hooks.
+# apt_settings: prints the settings that this machine's apt needs for downloads, without its hooks.
 apt_settings() {
     local scheme proxy
     apt-config dump | grep -E '^Acquire::(http|https|Check-)' || true
@@ -90,14 +91,14 @@ apt_settings() {
     done
 }
 
-# copy_inside PATH: a file or folder of this machine to the same place of the chroot, where it is there.
+# copy_inside PATH: copies a file or folder of this machine, if it exists, to the same path in the chroot.
 copy_inside() {
     [[ -e $1 ]] || return 0
     mkdir -p "$root$(dirname "$1")"
     cp -RL --remove-destination "$1" "$root$(dirname "$1")/"
 }
 
-# make_chroot: the base system, apt ready to fetch, and a clean copy of the project.
+# make_chroot: sets up the base system, apt with all it needs for downloads, and a clean copy of the project.
 make_chroot() {
     local certificates
     say "Making a bare $suite in $root"
@@ -118,12 +119,12 @@ make_chroot() {
         say "Changes that are not committed are left out"
 }
 
-# megabytes ARGUMENT...: what du finds, in MB of a million bytes; no mount is to be seen out here.
+# megabytes ARGUMENT...: prints what du finds, in units of a million bytes; mounts inside are not visible here.
 megabytes() {
     du -s --block-size=1000000 "$@" | cut -f 1
 }
 
-# fetched, on_disk: what apt has brought, and what the system takes without that and the project.
+# fetched, on_disk: print what apt has downloaded, and what the system takes without these files and the project.
 fetched() {
     megabytes "$root/var/cache/apt/archives"
 }
@@ -131,7 +132,7 @@ on_disk() {
     megabytes --exclude="$root/var/cache/apt" --exclude="$root/var/lib/apt/lists" --exclude="$root/root" "$root"
 }
 
-# try SCRIPT: runs one of the two, tells time and sizes; false where it fails.
+# try SCRIPT: runs one of the two scripts and records time and sizes; fails if the script does.
 try() {
     local start=$SECONDS result=passed
     say "$suite: $1${choice[*]:+ ${choice[*]}}"
@@ -144,7 +145,7 @@ try() {
 
 root="$(mktemp -d "${TMPDIR:-/var/tmp}/varnolix-$suite-XXXXXX")"
 inside=""
-# clean_up: also runs after a signal, and then ends what still runs inside.
+# clean_up: also runs after a signal, and then ends what is still running inside.
 clean_up() {
     [[ -z $inside ]] || kill -KILL "$inside" 2> /dev/null || true
     rm -f "$root.log"
@@ -152,7 +153,7 @@ clean_up() {
         say "Kept: $root"
         return
     fi
-    # The last of its processes may still write while it is killed.
+    # The last process may still be writing while it is killed.
     rm -rf --one-file-system "$root" 2> /dev/null || { sleep 2; rm -rf --one-file-system "$root"; }
 }
 trap clean_up EXIT
