@@ -4,15 +4,15 @@
     convert_collection.py jaspar FILE > MOTIF_FILE
     convert_collection.py --taxon jaspar|transfac FILE > COLLECTION
 
-A motif file has at most two words in a header, as the program takes a block with more of them for no motif.
-With --taxon the header ends with the taxon where FILE has one, as the files in databases/ may; the layout
-transfac is for these alone.
+The headers of a motif file have at most two words, as the program does not recognise a block with more words
+there. With --taxon, for the files in databases/, the header ends with the taxon if FILE has one; the layout
+transfac is only for these files.
 
 FILE may be in Jaspar layout (with or without brackets, empty lines and row letters), in TRANSFAC layout, in
-the minimal format of MEME, or a UniPROBE table with rows "A:", "C:", "G:", "T:". The numbers keep their text;
-only exponents are written out, since the program's readers take digits and points alone. Anything that cannot
-be read right ends with one line on standard error and exit status 1. Notes on odd but readable motifs go
-there too.
+the minimal format of MEME, or a UniPROBE table with rows "A:", "C:", "G:", "T:". Numbers are copied as they are
+written, except that exponents are written out, since the program reads only digits and points. If FILE cannot be
+read correctly, the script prints one line on standard error and exits with status 1. Notes on unusual but
+readable motifs go to standard error too.
 """
 import os
 import re
@@ -23,24 +23,24 @@ from decimal import Decimal
 BASES = "ACGT"
 PLAIN_NUMBER = re.compile(r"\d+\.?\d*|\.\d+")
 NUMBER = re.compile(r"[+-]?(\d+\.?\d*|\.\d+)([eE][+-]?\d+)?")
-MOST_DIGITS = 300                       # of a number written out; beyond it the input is no frequency
+MOST_DIGITS = 300                       # of a number that is written out; a longer one cannot be a count or frequency
 
 # A row of one base: its letter, "A", "A:", "A |", "A[" or "A [", then the values, then perhaps "]".
 LETTER_ROW = re.compile(r"([ACGTacgt])(?:\s*[:|\[]\s*\[?|\s+\[?)\s*(.*?)\s*\]?")
 UNIPROBE_ROW = re.compile(r"([ACGT])\s*:\s*(.*)")
 UNIPROBE_ID = re.compile(r"UP\d{5}[A-Z]?(_\d+)?")
-# Lines above a UniPROBE table that say what kind of table it is; only probabilities are the motif as it stands.
+# Lines above a UniPROBE table that say what kind of table it is; only a table of probabilities is the motif itself.
 UNIPROBE_TITLE = re.compile(r"(energy|reverse complement|probability) matrix|P[O0]\b", re.IGNORECASE)
 UNIPROBE_OTHER_MATRIX = re.compile(r"energy|reverse complement", re.IGNORECASE)
 
 
 class BadCollection(Exception):
-    """What is wrong with the file, in words for the user."""
+    """What is wrong with the file, worded for the user."""
 
 
 @dataclass
 class Motif:
-    """One reference motif: texts of its header, and four texts (A, C, G, T) for each position."""
+    """One reference motif: the texts of its header, and four texts (A, C, G, T) for each position."""
     identity: str
     name: str
     taxon: str = ""
@@ -48,12 +48,12 @@ class Motif:
 
 
 def joined(text):
-    """A text as one token."""
+    """The text as one word."""
     return "_".join(text.split())
 
 
 def plain(token, motif):
-    """The number of a token as digits and points alone."""
+    """The number in a token, written with only digits and points."""
     if PLAIN_NUMBER.fullmatch(token):
         return token
     if not NUMBER.fullmatch(token):
@@ -201,7 +201,7 @@ def read_meme(lines):
 
 
 def uniprobe_header(lines):
-    """Id and name from the lines above a table: behind "Protein:" or "Gene:", else the last line's first word."""
+    """Id and name from the lines above a table: the name follows "Protein:" or "Gene:", or begins the last line."""
     tokens = " ".join(lines).replace(":", ": ").split()
     words = [token.strip("#>:,") for token in tokens]
     identity = next((word for word in words if UNIPROBE_ID.fullmatch(word)), "")
@@ -217,8 +217,8 @@ def uniprobe_header(lines):
 def read_uniprobe(lines, fallback):
     """Tables of rows "A:", "C:", "G:", "T:" below lines that name the protein.
 
-    A file of one protein may hold the same matrix again as energies or turned round; those are left out.
-    A table without a name of its own takes the one before it, else the file's.
+    The file of one protein may hold the matrix again, as energies or as the reverse complement; these are left out.
+    A table without a name gets the name of the table before it, or that of the file.
     """
     motifs, text, rows = [], [], []
     identity = name = fallback
@@ -246,7 +246,7 @@ def read_uniprobe(lines, fallback):
 
 
 def read_lines(path):
-    """The lines of a text file, without blanks at their ends."""
+    """The lines of a text file, without leading and trailing blanks."""
     with open(path, "rb") as source:
         content = source.read()
     if b"\0" in content:
@@ -277,7 +277,7 @@ def read_collection(path):
 
 
 def jaspar_text(motif):
-    """A block of the Jaspar layout, columns lined up."""
+    """The motif as a block in the Jaspar layout, with aligned columns."""
     widths = [max(map(len, position)) for position in motif.positions]
     header = " ".join(filter(None, [">" + joined(motif.identity), joined(motif.name), motif.taxon]))
     rows = [" ".join(value.rjust(width) for value, width in zip(row, widths)) for row in zip(*motif.positions)]
@@ -285,7 +285,7 @@ def jaspar_text(motif):
 
 
 def transfac_text(motif):
-    """An entry of the TRANSFAC layout."""
+    """The motif as an entry in the TRANSFAC layout."""
     tags = [("AC", motif.identity), ("ID", joined(motif.name)), ("NA", motif.name), ("OS", motif.taxon)]
     lines = [line for tag, text in tags if text for line in (f"{tag}  {text}", "XX")]
     lines.append("P0  A  C  G  T")
@@ -297,7 +297,7 @@ WRITERS = {"jaspar": jaspar_text, "transfac": transfac_text}
 
 
 def note_empty_positions(motifs):
-    """Says which motifs have positions without any count: the program keeps them as not-a-number."""
+    """Prints which motifs have positions without any counts; the program keeps these as not-a-number."""
     for motif in motifs:
         empty = [str(i) for i, position in enumerate(motif.positions, 1) if not any(map(float, position))]
         if empty:
@@ -305,7 +305,7 @@ def note_empty_positions(motifs):
 
 
 def main(arguments):
-    """Reads the command line, converts, reports."""
+    """Reads the command line, converts the file and reports errors."""
     with_taxon = arguments[:1] == ["--taxon"]
     arguments = arguments[with_taxon:]
     if len(arguments) != 2 or arguments[0] not in WRITERS or (arguments[0] == "transfac" and not with_taxon):

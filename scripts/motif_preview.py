@@ -1,7 +1,7 @@
-"""What the files of a job folder hold: motifs that the program will read, and what looks like a motif's heading.
+"""What the files of a job folder hold: motifs that the program will read, and lines that look like a motif's heading.
 
-The first number is the program's own: it is started on the files in a scratch folder, its table of counts is
-read, and it is stopped before it compares anything. The second is a plain look at the lines.
+The first number comes from the program: it is started on the files in a temporary folder, its table of counts is
+read, and it is stopped before it compares anything. For the second number this script looks at the lines.
 """
 import os
 import re
@@ -14,15 +14,15 @@ import tty
 
 from job_process import before_exec
 
-MOST_BYTES = 4 << 20                    # of all files together that are counted; beyond it a look would take long
-LONGEST_WAIT = 3.0                      # seconds for the program to read them
-LONGEST_ANSWER = 1 << 22                # bytes of its console; the table is far below it
-MOST_SHOWN = 40                         # lines of a kind
+MOST_BYTES = 4 << 20                    # of all counted files together; more would take too long
+LONGEST_WAIT = 3.0                      # seconds that the program gets to read them
+LONGEST_ANSWER = 1 << 22                # bytes of its console output; the table is far smaller
+MOST_SHOWN = 40                         # lines of each kind
 
-# A line of the program's table, for the bare names that are made below: name, count, number of the file.
+# A line of the program's table, with the names that are made below: name, count, number of the file.
 TABLE_ROW = re.compile(rb"file(\d+)- *(\d+) +\d+ *\r?")
 TABLE_END = b"Processing input ..."
-# Two motifs too short to be compared: the program wants two before it prints its table.
+# Two motifs that are too short to be compared: the program needs two motifs before it prints its table.
 COMPANION = ">short_1\nAAA\n\n>short_2\nAAA\n\n"
 
 ENTRY_TAG = re.compile(rb"(AC|ID|NA|DE)\s+\S")
@@ -32,13 +32,13 @@ PROTEIN = re.compile(rb"(Protein|Gene):")
 
 
 def headings_in(content):
-    """How many motifs the lines of a file seem to announce: headings of any usual layout, and bare tables.
+    """How many motifs the lines of a file seem to announce: headings in any usual layout, and tables without one.
 
-    The tags AC, ID, NA and DE that stand above one table are one heading; so are the lines that MEME
-    writes for one motif.
+    The tags AC, ID, NA and DE above one table count as one heading; so do the lines that MEME writes for one
+    motif.
     """
     plain = meme_names = meme_matrices = entries = 0
-    in_head = in_table = False          # of a tagged entry; of any block
+    in_head = in_table = False          # whether the line is in the head of a tagged entry; in any block
     for line in content.splitlines():
         if line.startswith(b">") or PROTEIN.search(line):
             plain += 1
@@ -59,7 +59,7 @@ def headings_in(content):
 
 
 def counts_of_table(console):
-    """The counts of the program's table by file number, once the table is whole; else None."""
+    """The counts in the program's table by file number, or None if the table is not complete."""
     table, end, _ = console.partition(TABLE_END)
     if not end:
         return None
@@ -67,11 +67,11 @@ def counts_of_table(console):
 
 
 def console_until_table(process, console_end, deadline):
-    """What the program prints up to the end of its table, its own end, or the deadline."""
+    """What the program prints until its table is complete, the program ends, or the deadline passes."""
     console = b""
     try:
         while len(console) < LONGEST_ANSWER and TABLE_END not in console:
-            ended = process.poll() is not None          # asked first: what it printed last is still to be read
+            ended = process.poll() is not None          # checked first, as its last output may still have to be read
             if select.select([console_end], [], [], 0.1)[0]:
                 console += os.read(console_end, 1 << 16)
             elif ended or time.monotonic() > deadline:
@@ -83,7 +83,7 @@ def console_until_table(process, console_end, deadline):
 
 
 def counts_by_program(program, paths):
-    """How many motifs the program reads from each file, or None for each where it cannot be found out soon."""
+    """How many motifs the program reads from each file, or None if this cannot be found out quickly."""
     with tempfile.TemporaryDirectory(prefix="varnolix-look-") as scratch:
         motifs = os.path.join(scratch, "motifs")
         os.mkdir(motifs)
@@ -98,7 +98,7 @@ def counts_by_program(program, paths):
         with tempfile.TemporaryFile(dir=scratch) as given:
             given.write(answers.encode())
             given.seek(0)
-            # A terminal, so that the table comes when it is printed and not at the end of the run.
+            # A terminal, so that the table arrives when it is printed and not at the end of the run.
             console_end, program_end = os.openpty()
             tty.setraw(program_end)
             try:
@@ -113,7 +113,7 @@ def counts_by_program(program, paths):
 
 
 def motif_files(folder):
-    """The files of a folder in order, without hidden ones."""
+    """The sorted names of the files in a folder, without hidden ones."""
     return sorted(name for name in os.listdir(folder)
                   if not name.startswith(".") and not os.path.isdir(os.path.join(folder, name)))
 
@@ -133,7 +133,7 @@ def look_at(program, folder):
 
 
 def size_of(path):
-    """Bytes of a file; 0 for what cannot be looked at."""
+    """The size of a file in bytes; 0 if it cannot be read."""
     try:
         return os.path.getsize(path)
     except OSError:
@@ -141,13 +141,13 @@ def size_of(path):
 
 
 def headings_of(path):
-    """headings_in, for a file."""
+    """The same as headings_in, for a path."""
     with open(path, "rb") as file:
         return headings_in(file.read())
 
 
 def printable(name):
-    """A file's name as one piece of text."""
+    """A file's name in a form that can be printed on one line."""
     return name if name.isprintable() else ascii(name)
 
 
@@ -157,14 +157,14 @@ def counted(number, word):
 
 
 def shortened(lines):
-    """The first lines, and how many are left out."""
+    """The first lines, and the number of lines left out."""
     if len(lines) <= MOST_SHOWN:
         return lines
     return lines[:MOST_SHOWN] + [f"  ... and {len(lines) - MOST_SHOWN} more"]
 
 
 def advice(folder, name, motifs, headings, converter):
-    """What is wrong with a file and how to mend it, a text for each fault."""
+    """What is wrong with a file and how to repair it, one text for each fault."""
     shown = printable(name)
     if " " in name:
         yield f"{shown}: a name with a blank cannot be typed; rename the file."
@@ -180,7 +180,7 @@ def advice(folder, name, motifs, headings, converter):
 
 
 def preview(program, folder, converter):
-    """The lines that tell what the files hold and warn where the program will read something else."""
+    """The lines that say what the files hold, with a warning where the program will read something else."""
     found = look_at(program, folder)
     if not found:
         return [f"No file lies in {folder} yet: put your motif files there."]

@@ -1,15 +1,14 @@
 """Starts VARNOLIX in its job folder: the dialogue on the terminal, or answers from a file.
 
-    run            asks on the terminal; what is typed is kept in the job folder as answers-DATE.txt
-    run ANSWERS    takes the answers from a file, one a line, in the order of the questions
+    run            asks on the terminal; what you type is saved in the job folder as answers-DATE.txt
+    run ANSWERS    takes the answers from a file, one per line, in the order of the questions
 
-Answers may be piped in as well; they are read to their end first. A file may have line ends of Windows. One
-that has fewer lines than the dialogue has questions is refused, and a run that asks on behind the last line
-is stopped.
+Answers may also be piped in; they are read completely first. Windows line ends are accepted. A file with fewer
+lines than the dialogue has questions is refused, and a run that still asks after the last line is stopped.
 
-On a terminal the answers of this folder and the files in motifs/ are shown first, with the number of motifs
-that will be read from each. The tree of an earlier job (its files have bare names) is moved to
-result/earlier-DATE/ with its pages. One run at a time works in a job folder.
+On a terminal, run first shows the answers for this folder, and the files in motifs/ with the number of motifs
+that will be read from each. The tree of an earlier job (its files have the same names in every job) is moved to
+result/earlier-DATE/ with its pages. Only one run at a time can work in a job folder.
 """
 import contextlib
 import errno
@@ -29,32 +28,32 @@ import motif_preview
 from job_process import before_exec
 
 STDIN, STDOUT = 0, 1
-# The line that the program prints when it has all answers.
+# The program prints this line when it has all answers.
 DIALOGUE_END = b"Reading input ..."
-# Questions whatever the number of files, and for each file.
+# The number of questions without those on files, and the number for each file.
 QUESTIONS, QUESTIONS_PER_FILE = 12, 2
-# The answer to the first question as the program takes it: digits and points, of which the first number counts.
+# The answers to the first question that the program accepts: digits and points; the first number counts.
 NUMBER_OF_FILES = re.compile(rb"\s*0*([1-9]\d*)[\d.]*\s*")
 MOST_ANSWER_BYTES = 16 << 20
 BYTE_ORDER_MARK = b"\xef\xbb\xbf"
 TREE_FILES = [name for prefix in ("", "Global_Matching_")
               for name in (prefix + "Distance_Matrix.csv", prefix + "Plot_File.R", prefix + "Phylogenetic_Tree.png")]
-# Tree pages show the picture by its bare name, so they go where it goes. A page may have a suffix behind its name.
+# Tree pages refer to the picture by its bare name, so they are moved with it. A page's name may have a suffix.
 TREE_PAGES = "J_*Phylogenetic_Tree.html*"
 FROM_KEYBOARD = (signal.SIGINT, signal.SIGQUIT)
 ENDING = (signal.SIGTERM, signal.SIGHUP, *FROM_KEYBOARD)
 
 
 class Refused(Exception):
-    """Why there is no run, or why it was stopped, in words for the user."""
+    """The reason, for the user, why there is no run or why it was stopped."""
 
 
 class Interrupted(Exception):
-    """A signal that came before the program was started."""
+    """A signal that arrived before the program was started."""
 
 
 def lines_of_answers(content, source):
-    """The answers of a file, one a line; Refused if the dialogue has more questions."""
+    """The answers in a file, one per line; raises Refused if the dialogue has more questions."""
     if len(content) > MOST_ANSWER_BYTES:
         raise Refused(f"{source} is too large for answers")
     lines = [line[:-1] if line.endswith(b"\r") else line
@@ -75,7 +74,7 @@ def lines_of_answers(content, source):
 
 
 def lock(job):
-    """Holds the job folder until this process ends, however it ends."""
+    """Locks the job folder until this process ends, however it ends."""
     held = os.open(os.path.join(job, ".lock"), os.O_RDWR | os.O_CREAT, 0o666)
     try:
         fcntl.flock(held, fcntl.LOCK_EX | fcntl.LOCK_NB)
@@ -88,7 +87,7 @@ def lock(job):
 
 
 def unused(path, suffix=""):
-    """A name at which nothing lies: the path with its suffix, or with a number between them."""
+    """An unused name: the path with its suffix, or with a number between the two."""
     number, name = 1, path + suffix
     while os.path.lexists(name):
         number += 1
@@ -97,7 +96,7 @@ def unused(path, suffix=""):
 
 
 def move_trees_aside(result, date):
-    """Clears the bare names of the tree files, so that no page can show the tree of another job."""
+    """Moves existing tree files away, so that no page can show the tree of another job."""
     found = [path for path in (os.path.join(result, name) for name in TREE_FILES) if os.path.lexists(path)]
     found += glob.glob(os.path.join(glob.escape(result), TREE_PAGES))
     if found:
@@ -114,27 +113,27 @@ def write_all(out, text):
 
 
 class Console:
-    """Passes on what the program prints, and knows when it asks for answers that are not there.
+    """Passes on what the program prints, and notices when the program has run out of answers.
 
-    At the end of its input the program prints one line for ever. While answers are left, each repeat takes up
-    a line or a word of them; more repeats than that can only come from behind the end. Repeats are held back
-    meanwhile, so that the line appears once.
+    At the end of its input the program prints one line for ever. While answers are left, each repeat of the line
+    uses up a line or a word of them; more repeats than that can only mean that the input has ended. Repeats are
+    held back until this is clear, so that the line appears only once.
     """
 
     def __init__(self, out):
         self.out = out
         self.in_dialogue = True
-        self.rest = b""                 # a line whose end has not come
-        self.most_reads = 0             # how often the given answers can be read at most
+        self.rest = b""                 # an incomplete line
+        self.most_reads = 0             # the most reads that the given answers allow
         self.input_ended = False
         self.previous, self.repeats = None, 0
 
     def given(self, text):
-        """Counts answers that the program gets."""
+        """Counts the answers given to the program."""
         self.most_reads += text.count(b"\n") + len(text.split())
 
     def take(self, text):
-        """Passes on what was printed."""
+        """Passes on what the program printed."""
         self.rest += text
         while self.in_dialogue and b"\n" in self.rest:
             line, _, self.rest = self.rest.partition(b"\n")
@@ -143,7 +142,7 @@ class Console:
             self.flush()
 
     def take_line(self, line):
-        """Passes on a line of the dialogue, unless it is a repeat behind the end of the answers."""
+        """Passes on a line of the dialogue, unless it is a repeat after the end of the answers."""
         if self.input_ended and line == self.previous:
             self.repeats += 1
             if self.repeats > self.most_reads:
@@ -156,7 +155,7 @@ class Console:
         write_all(self.out, line)
 
     def write_repeats(self):
-        """Passes on what was held back."""
+        """Passes on the repeats that were held back."""
         write_all(self.out, (self.previous or b"") * self.repeats)
         self.repeats = 0
 
@@ -168,7 +167,7 @@ class Console:
 
 
 class Kept:
-    """The typed answers, in a file of the job folder that appears with the first of them."""
+    """The typed answers, in a file in the job folder that is made when the first of them arrives."""
 
     def __init__(self, path):
         self.path = path
@@ -176,7 +175,7 @@ class Kept:
         self.works = True
 
     def add(self, text):
-        """Appends what was typed. A folder that cannot be written does not keep anybody from the run."""
+        """Appends what was typed. If the folder cannot be written, the run goes on without the file."""
         if not self.works:
             return
         try:
@@ -188,7 +187,7 @@ class Kept:
             print(f"run: the answers cannot be kept in {self.path}: {error.strerror}", file=sys.stderr)
 
     def close(self):
-        """Says where the answers are, for a run that did not end well."""
+        """Says where the answers are, after a run that failed."""
         if self.file is not None:
             self.file.close()
             if self.works:
@@ -197,14 +196,14 @@ class Kept:
 
 
 def catch_ending(handler):
-    """Sets the handler for the signals that end a run; what the caller ignores (nohup) stays ignored."""
+    """Sets the handler for the signals that end a run; signals that the caller ignores (nohup) stay ignored."""
     for number in ENDING:
         if signal.getsignal(number) != signal.SIG_IGN:
             signal.signal(number, handler)
 
 
 def in_foreground():
-    """Whether a key that sends a signal sends it to the program as well: to the whole group in the foreground."""
+    """Whether a signal from the keyboard reaches the program too, as it does in the foreground process group."""
     try:
         with open("/dev/tty", "rb", buffering=0) as terminal:
             return os.tcgetpgrp(terminal.fileno()) == os.getpgrp()
@@ -213,17 +212,17 @@ def in_foreground():
 
 
 class Run:
-    """The program, with its answers and its console going through here until it ends."""
+    """Runs the program and passes on its answers and its console output until it ends."""
 
     def __init__(self, program, job, console, kept):
         self.program, self.job, self.console, self.kept = program, job, console, kept
         self.selector = selectors.DefaultSelector()
         self.process = None
-        self.pending = b""              # answers that the program has had no room for yet
+        self.pending = b""              # answers that have not been written to the program yet
         self.answers_end = self.output = None
 
     def start(self):
-        """Starts the program with its input and output here; on a terminal it keeps writing line by line."""
+        """Starts the program with its input and output connected here; on a terminal it writes line by line."""
         program_input, self.answers_end = os.pipe()
         self.output, program_output = os.openpty() if os.isatty(self.console.out) else os.pipe()
         if os.isatty(program_output):
@@ -232,7 +231,7 @@ class Run:
         for end in (self.answers_end, self.output, wake_read, wake_write):
             os.set_blocking(end, False)
         signal.set_wakeup_fd(wake_write)
-        signal.signal(signal.SIGCHLD, lambda *_: None)      # what matters is that the selector wakes up
+        signal.signal(signal.SIGCHLD, lambda *_: None)      # it only has to wake up the selector
         catch_ending(self.on_signal)
         self.process = subprocess.Popen([self.program], cwd=self.job, stdin=program_input, stdout=program_output,
                                         preexec_fn=before_exec)
@@ -242,21 +241,21 @@ class Run:
         self.selector.register(wake_read, selectors.EVENT_READ, lambda: os.read(wake_read, 1 << 10))
 
     def on_signal(self, number, _frame):
-        """Hands a signal on to the program, whose end then is the end of the run."""
+        """Passes a signal on to the program; when the program ends, the run ends."""
         if self.process is None:
             raise Interrupted(number)
         if number not in FROM_KEYBOARD or not in_foreground():
             self.process.send_signal(number)
 
     def end_input(self):
-        """No answer follows."""
+        """Notes that no more answers follow."""
         self.console.input_ended = True
         self.stop_typing()
         if self.answers_end is not None and not self.pending:
             self.close_answers()
 
     def stop_typing(self):
-        """What is typed from here on stays in the terminal."""
+        """From here on, whatever is typed stays in the terminal."""
         with contextlib.suppress(KeyError):
             self.selector.unregister(STDIN)
 
@@ -277,12 +276,12 @@ class Run:
         self.pending += text
 
     def pass_answers(self):
-        """Gives the program as much as it has room for."""
+        """Writes as many answers as the program's input has room for."""
         try:
             self.pending = self.pending[os.write(self.answers_end, self.pending):]
         except BlockingIOError:
             return
-        except BrokenPipeError:         # it has ended; that is seen elsewhere
+        except BrokenPipeError:         # the program has ended; this is noticed elsewhere
             self.pending = b""
         if not self.pending:
             self.selector.unregister(self.answers_end)
@@ -290,12 +289,12 @@ class Run:
                 self.close_answers()
 
     def pass_output(self):
-        """Passes on what the program has printed; answers whether there was any."""
+        """Passes on what the program has printed; returns whether there was anything."""
         try:
             text = os.read(self.output, 1 << 16)
         except BlockingIOError:
             return False
-        except OSError:                 # a terminal whose other end is closed
+        except OSError:                 # a terminal that was closed at its other end
             text = b""
         if not text:
             self.selector.unregister(self.output)
@@ -307,7 +306,7 @@ class Run:
         return True
 
     def type_from_terminal(self):
-        """Answers come from the terminal, line by line."""
+        """Takes answers from the terminal, line by line."""
         typed = b""
 
         def take():
@@ -325,7 +324,7 @@ class Run:
         self.selector.register(STDIN, selectors.EVENT_READ, take)
 
     def to_the_end(self):
-        """Carries everything until the program ends; answers its status as subprocess has it."""
+        """Passes everything on until the program ends; returns its status as subprocess gives it."""
         while self.process.poll() is None:
             for key, _ in self.selector.select():
                 if key.fileobj in self.selector.get_map():
@@ -337,7 +336,7 @@ class Run:
 
 
 def run_program(program, job, answers, kept):
-    """One run; answers the status as subprocess has it."""
+    """Runs the program once; returns its status as subprocess gives it."""
     run = Run(program, job, Console(STDOUT), kept)
     run.start()
     try:
@@ -348,19 +347,19 @@ def run_program(program, job, answers, kept):
             run.end_input()
         return run.to_the_end()
     except Refused:
-        run.process.kill()              # it is asking, so it has written nothing
+        run.process.kill()              # it is still asking, so it has written nothing
         run.process.wait()
         raise
     except OSError as error:
         run.process.terminate()
         run.process.wait()
         if error.errno == errno.EPIPE:
-            return -signal.SIGPIPE      # nobody reads the console any more
+            return -signal.SIGPIPE      # nothing reads the console any more
         raise Refused(f"the console cannot be written: {error.strerror}") from None
 
 
 def show_folder(program, job, kept):
-    """The answers of this folder and what lies in motifs/."""
+    """Shows the answers for this folder and the files in motifs/."""
     motifs = os.path.join(job, "motifs", "")
     converter = os.path.join(os.path.dirname(os.path.abspath(__file__)), "convert_collection.py")
     print(f"Answers for this folder:\n"
@@ -373,7 +372,7 @@ def show_folder(program, job, kept):
 
 
 def given_answers(arguments):
-    """The answers of a file or of a pipe; None where they are typed."""
+    """The answers from a file or a pipe; None if they will be typed."""
     if arguments:
         source, place = arguments[0], arguments[0]
     elif os.isatty(STDIN):
@@ -389,7 +388,7 @@ def given_answers(arguments):
 
 
 def end_by(number):
-    """Ends this process by a signal, without a core file of its own."""
+    """Ends this process by a signal, without writing a core file."""
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
     with contextlib.suppress(OSError):
         signal.signal(number, signal.SIG_DFL)
@@ -398,12 +397,12 @@ def end_by(number):
 
 
 def interrupt(number, _frame):
-    """Leaves what is going on, so that it cleans up behind it."""
+    """Leaves the current work by an exception, so that it cleans up."""
     raise Interrupted(number)
 
 
 def main(arguments):
-    """Checks, clears, and runs; the run's status is the program's."""
+    """Checks the answers, moves old trees away and runs the program; returns the program's status."""
     program, job, *arguments = arguments
     program = os.path.abspath(program)
     if arguments[:1] == ["--help"]:
@@ -414,7 +413,7 @@ def main(arguments):
         return 2
     if sys.stdout is None:
         print("run: standard output is closed", file=sys.stderr)
-        return 1                        # a file of ours would be opened in its place
+        return 1                        # a file that we open would take its place
     sys.stdout.reconfigure(errors="backslashreplace")
     catch_ending(interrupt)
     date = time.strftime("%Y-%m-%d_%H-%M-%S")
@@ -435,7 +434,7 @@ def main(arguments):
     except OSError as error:
         print(f"run: {error}", file=sys.stderr)
     if status == -signal.SIGINT:
-        print(file=sys.stderr)          # below the ^C
+        print(file=sys.stderr)          # to start a line below the ^C
     if status != 0:
         kept.close()
     return status if status >= 0 else end_by(-status)
