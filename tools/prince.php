@@ -3,32 +3,31 @@
  * Makes a PDF of a report page.
  *
  * The program writes a small script that loads this file from the job's working
- * folder and uses the class `Prince` as the wrapper of that closed program
- * offers it. Where Prince itself is installed, it makes the PDF; elsewhere the
- * first of headless Chromium and WeasyPrint that succeeds does. The PDF stands
- * beside the page, under the page's name with ".pdf", and appears there only
- * when it is whole. The log that the script names tells which converter made it.
+ * folder and uses the class `Prince`, which has the interface of the PHP wrapper
+ * of Prince, a closed program. If Prince itself is installed, it makes the PDF;
+ * otherwise headless Chromium does, or WeasyPrint if Chromium fails. The PDF is
+ * put beside the page, under the page's name with ".pdf", and appears there only
+ * when it is complete. The log named by the script says which converter made it.
  *
- * Chromium and WeasyPrint never see the page itself. They get a copy in a
- * temporary folder of its own that carries our style sheet and the page's
- * pictures inside it, and that may load nothing and run no script. So nothing
- * but the page's own folder can get into a PDF, whatever stands in the names of
- * motifs, and no path of a job has to survive a converter's way with addresses.
+ * Chromium and WeasyPrint never get the page itself. They get a copy in a new
+ * temporary folder; the copy contains our style sheet and the page's pictures,
+ * and may load nothing and run no script. So only the contents of the page's
+ * folder can get into a PDF, whatever the names of motifs contain, and it does
+ * not matter how a converter would turn the path of a job into an address.
  *
- * The converters get a fontconfig file of ours as well. It and the style sheet
- * are looked for as fonts/fonts.conf and fonts/paper.css below the folder named
+ * The converters also get our own fontconfig file. This file and the style sheet,
+ * fonts/fonts.conf and fonts/paper.css, are looked for first in the folder named
  * by the environment variable VARNOLIX_TOOLS, then beside this file, then in
- * `tools` beside this file. Without them the PDF is made with the fonts and on
- * the paper that the converter takes by itself.
+ * `tools` beside this file. Without them the converter chooses fonts and paper.
  *
  * Tested by tests/tools/test_prince.py.
  */
 
 /**
- * A signal that asks this process to end, kept until it is safe to follow.
+ * A signal that asks this process to end, held back until it is safe to obey.
  *
- * The converter and the temporary files have to go first. Without PHP's
- * extension for signals (Debian's php-cli has it) the process ends at once.
+ * First the converter must end and the temporary files must be removed. Without
+ * PHP's extension for signals (Debian's php-cli has it) the process ends at once.
  */
 class Interruption
 {
@@ -45,7 +44,7 @@ class Interruption
         pcntl_async_signals(true);
         $ignored = self::ignoredSignals();
         foreach (self::SIGNALS as $signal) {
-            // What the surroundings ignore stays so, as behind nohup.
+            // Signals that the caller ignores, as nohup does, stay ignored.
             if (($ignored >> ($signal - 1) & 1) === 0) {
                 self::$watched[] = $signal;
                 pcntl_signal($signal, static function (int $signal): void {
@@ -60,7 +59,7 @@ class Interruption
         return self::$received !== 0;
     }
 
-    /** Watches no longer, and ends this process by the signal that has come, if one has. */
+    /** Stops watching, and ends this process by the signal that has arrived, if any. */
     public static function follow(): void
     {
         foreach (self::$watched as $signal) {
@@ -72,7 +71,7 @@ class Interruption
         }
     }
 
-    /** The signals that this process was started to ignore, a bit each from signal 1 on. */
+    /** The signals that this process was told to ignore when it started, as a bit mask; bit 0 is signal 1. */
     private static function ignoredSignals(): int
     {
         $status = is_readable('/proc/self/status') ? file_get_contents('/proc/self/status') : '';
@@ -80,7 +79,7 @@ class Interruption
     }
 }
 
-/** One run of an outside program, bounded in time. */
+/** One run of an outside program with a time limit. */
 class BoundedRun
 {
     private const LOOK_EVERY = 20_000;   // microseconds
@@ -89,8 +88,8 @@ class BoundedRun
     public string $messages;
 
     /**
-     * Runs `$command` (a list); what it says on either stream is kept. It ends
-     * early, with all that it started, when this process is asked to end.
+     * Runs `$command` (a list) and keeps what it prints on either stream. If this
+     * process is asked to end, the command and all its processes are ended early.
      */
     public function __construct(array $command, int $seconds, array $environment)
     {
@@ -105,13 +104,13 @@ class BoundedRun
         $this->messages = stream_get_contents($output);
     }
 
-    /** The exit status; `timeout` leads a process group, so that what was started can be ended as one. */
+    /** The exit status. `timeout` leads a process group, so all processes can be ended together. */
     private static function waitFor($process): int
     {
         $isEnding = false;
         while (($state = proc_get_status($process))['running']) {
             if (Interruption::hasCome() && !$isEnding) {
-                // `timeout` hands it on, and kills those that are still there ten seconds later.
+                // `timeout` passes the signal on and kills what is still running ten seconds later.
                 $isEnding = proc_terminate($process);
             }
             usleep(self::LOOK_EVERY);
@@ -127,7 +126,7 @@ class BoundedRun
 class Prince
 {
     private const CHROMIUM_NAMES = ['chromium', 'chromium-browser', 'google-chrome'];
-    // The proxy is a port where nobody answers, for addresses of this machine too.
+    // The proxy is a port on which nothing listens; it is used for addresses of this machine too.
     private const CHROMIUM_OPTIONS = [
         '--headless', '--no-pdf-header-footer', '--disable-gpu', '--disable-quic',
         '--no-first-run', '--disable-background-networking', '--disable-component-update',
@@ -135,10 +134,10 @@ class Prince
         '--proxy-bypass-list=<-loopback>', '--host-resolver-rules=MAP * ~NOTFOUND',
     ];
 
-    // It makes a socket some folders below, and the path of a socket has at most 107 bytes.
+    // Chromium makes a socket several folders below, and the path of a socket has at most 107 bytes.
     private const CHROMIUM_LONGEST_TEMPORARY = 60;
 
-    // WeasyPrint's command has no say in what is loaded, its library has.
+    // The command of WeasyPrint cannot restrict what is loaded, but its library can.
     private const WEASYPRINT_PROGRAM = <<<'PYTHON'
         import sys
         import weasyprint
@@ -153,7 +152,7 @@ class Prince
         document.write_pdf(sys.argv[2], presentational_hints=True)
         PYTHON;
 
-    // WeasyPrint, the slower one, took 33 seconds a megabyte, and 315 where ten others shared the processors with it.
+    // WeasyPrint, the slower one, took 33 seconds per megabyte, and 315 when it shared the processors with ten others.
     private const LEAST_SECONDS = 120;
     private const SECONDS_PER_MEGABYTE = 1200;
 
@@ -177,8 +176,8 @@ class Prince
     }
 
     /**
-     * Converts `$page`; says whether a PDF was made. `$messages` takes what there
-     * is to say, each a list of type ("err", "wrn", "inf"), place and text.
+     * Converts `$page` and returns whether a PDF was made. Messages are added to
+     * `$messages`, each as a list of type ("err", "wrn", "inf"), place and text.
      */
     public function convert_file($page, &$messages): bool
     {
@@ -209,8 +208,8 @@ class Prince
     }
 
     /**
-     * The converters at hand, best first: name => function that makes a PDF of a
-     * page in a folder of its own, which it may fill as it likes.
+     * The available converters, best first: name => function that makes a PDF of a
+     * page. It gets a folder for its own use.
      */
     private function converters(): array
     {
@@ -231,7 +230,7 @@ class Prince
         return $converters;
     }
 
-    /** Prince gets the page itself: it runs no script unless asked to, and knows its own paper. */
+    /** Prince gets the page itself: it runs scripts only on request, and needs no style sheet for the paper. */
     private function convertWithPrince(string $page, string $folder, string $pdf, &$messages): BoundedRun
     {
         $command = [$this->executable];
@@ -263,7 +262,7 @@ class Prince
     {
         $options = self::CHROMIUM_OPTIONS;
         if (function_exists('posix_geteuid') && posix_geteuid() === 0) {
-            $options[] = '--no-sandbox';   // it refuses to run for root otherwise
+            $options[] = '--no-sandbox';   // Chromium refuses to run as root otherwise
         }
         $homes = array_fill_keys(['HOME', 'XDG_CONFIG_HOME', 'XDG_CACHE_HOME'], $folder);
         if (strlen($folder) > self::CHROMIUM_LONGEST_TEMPORARY) {
@@ -283,9 +282,9 @@ class Prince
     }
 
     /**
-     * Lets `$convert` write a PDF into a temporary folder and puts it in place if it
-     * is one. No converter's exit status says that for sure, so the file itself is
-     * looked at.
+     * Lets `$convert` write a PDF into a temporary folder, and puts the file in place
+     * if it is a PDF. This is checked in the file, as no converter's exit status is
+     * reliable.
      */
     private function convertAside(string $name, callable $convert, string $page, &$messages): bool
     {
@@ -312,8 +311,9 @@ class Prince
     }
 
     /**
-     * Puts the finished PDF in its place, in one step for those who look. The copy in
-     * the target's folder has a new name that nobody can have planted a link under.
+     * Puts the finished PDF in its place, where it appears all at once. It is first
+     * copied into the target's folder under a random name, so that nobody can have
+     * put a link there before.
      */
     private static function moveInto(string $newborn, string $pdf): void
     {
@@ -330,9 +330,9 @@ class Prince
     }
 
     /**
-     * Writes the page's copy for the converters into `$folder` and gives its path.
-     * What comes first of it says that nothing may be loaded but what the page
-     * carries itself; so its pictures go into it, those of the page's folder alone.
+     * Writes the page's copy for the converters into `$folder` and returns its path.
+     * The copy begins with a policy that only allows what the page itself contains.
+     * So pictures are copied into it, but only those from the page's folder.
      */
     private static function writeCopy(string $page, string $folder): string
     {
@@ -344,7 +344,7 @@ class Prince
         $isWritten = self::write($to, '<meta charset="utf-8"><meta http-equiv="Content-Security-Policy" '
             . "content=\"default-src 'none'; img-src data:; style-src 'unsafe-inline'\">\n<style>\n$style</style>\n");
         while ($isWritten && ($line = fgets($from)) !== false) {
-            // Our pages have no such element but the one that names their encoding; others could lead elsewhere.
+            // The only meta element of our pages names their encoding; another one could redirect the converter.
             $line = preg_replace('/<(?=meta\b)(?!meta http-equiv="Content-Type")/i', '&lt;', $line);
             $isWritten = self::write($to, preg_replace_callback(
                 "/(?<=<img src = ')[^']*(?=')/",
@@ -364,7 +364,7 @@ class Prince
         return @fwrite($stream, $text) === strlen($text);
     }
 
-    /** A picture below `$folder` as an address that holds it; `$source` where there is no such picture. */
+    /** A picture below `$folder` as a data address that contains it, or `$source` if there is no such picture. */
     private static function pictureInPlace(string $source, string $folder): string
     {
         $path = realpath("$folder/" . html_entity_decode($source, ENT_QUOTES | ENT_HTML5));
@@ -381,8 +381,8 @@ class Prince
     }
 
     /**
-     * Runs a converter with our fonts and with `$settings` in its environment, and
-     * with its temporary files in `$folder`. A larger page gets more time.
+     * Runs a converter with our fonts, with `$settings` in its environment, and with
+     * `$folder` for its temporary files. A larger page gets more time.
      */
     private function run(array $command, string $page, string $folder, array $settings = []): BoundedRun
     {
@@ -408,7 +408,7 @@ class Prince
         }
     }
 
-    /** The full path of a file of ours that the converters use. */
+    /** The full path of one of our own files for the converters. */
     private static function findOwn(string $name): ?string
     {
         foreach ([getenv('VARNOLIX_TOOLS'), __DIR__, __DIR__ . '/tools'] as $folder) {
@@ -419,7 +419,7 @@ class Prince
         return null;
     }
 
-    /** The full path of the first of `$names` that stands on PATH. */
+    /** The full path of the first of `$names` that is found on PATH. */
     private static function findCommand(array $names): ?string
     {
         foreach ($names as $name) {
@@ -432,7 +432,7 @@ class Prince
         return null;
     }
 
-    /** The Python that an installed WeasyPrint runs with, as the first line of its command tells. */
+    /** The Python with which the installed WeasyPrint runs, according to the first line of its command. */
     private static function pythonOf(string $weasyprint): array
     {
         $isTold = preg_match('/^#! *(\S*(?:env +)?\S*python\S*)/', fgets(fopen($weasyprint, 'r')), $found);
@@ -459,7 +459,7 @@ class Prince
         return 'file://' . implode('/', array_map('rawurlencode', explode('/', $path)));
     }
 
-    /** Removes a temporary folder; a converter's last process may still write for a moment. */
+    /** Removes a temporary folder; the last process of a converter may still be writing for a moment. */
     private static function removeFolder(string $folder): void
     {
         for ($tries = 0; $tries < 40 && is_dir($folder); $tries++) {

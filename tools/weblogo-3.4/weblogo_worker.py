@@ -2,20 +2,20 @@
 
 Started by the client (logo_client): weblogo_worker.py SOCKET IDLE_SECONDS READY_DESCRIPTOR
 
-Whoever holds the lock of a worker's slot, a file beside its socket, is the one that
-may talk to it. So there is never more than one request at a time, and a worker whose
-idle time is over takes the lock itself before it goes.
+Only the holder of the lock of a worker's slot, a file beside the worker's socket, may
+talk to the worker. So there is never more than one request at a time, and a worker
+takes the lock itself before it ends after its idle time.
 
 WebLogo's own command line code runs here for every request, with the options,
-the input and the output of that request in place of the process's own. Its one
-change: where it would start a ghostscript for every picture, it gets one that
-is kept and fed picture after picture on its standard input.
+the input and the output of that request in place of the process's own. There is
+one change: instead of starting a ghostscript for every picture, it uses one that
+keeps running and gets one picture after the other on its standard input.
 
-A request is the options, separated by zero bytes, two zero bytes, and the
-matrix, up to the end of sending. The answer is the length of the picture, a line
-end and the picture. Anything but a picture drawn without a word is answered by
-nothing at all: the client then goes the plain way, which repeats the fault
-with the right text and status.
+A request consists of the options, separated by null bytes, two null bytes, and
+the matrix; it ends when the client stops sending. The answer is the length of the
+picture, a newline and the picture. If there is no picture, or WebLogo printed any
+message, the answer is empty: the client then runs WebLogo's own command, which
+repeats the error with the right text and status.
 
 Tested by tests/tools/test_weblogo.py.
 """
@@ -32,23 +32,23 @@ import warnings
 REQUEST_SECONDS = 8   # less than the client waits for an answer
 PAGE_WIDTH = "-dDEVICEWIDTHPOINTS="
 PAGE_HEIGHT = "-dDEVICEHEIGHTPOINTS="
-JPEG_END = b"\xff\xd9"   # cannot stand inside the coded picture
+JPEG_END = b"\xff\xd9"   # cannot occur inside the encoded picture
 
 
 class Stopped(BaseException):
-    """Asked to end; WebLogo would take a KeyboardInterrupt for its own."""
+    """A request to end; a KeyboardInterrupt would be handled by WebLogo."""
 
 
 class KeptGhostscript:
-    """Stands in for `subprocess.Popen` where WebLogo starts ghostscript.
+    """Takes the place of `subprocess.Popen` where WebLogo starts ghostscript.
 
-    The arguments are WebLogo's own. The process is kept for the next picture if
-    that asks for the same ones, the page size apart: it is asked for in the
+    The arguments are WebLogo's own. The process is kept for the next picture if that
+    picture has the same arguments, apart from the page size, which is set in the
     PostScript text instead.
     """
     kept = None
     kept_arguments = None
-    returncode = 0   # a failed picture never gets as far as this being read
+    returncode = 0   # never read after a failure
 
     def __init__(self, arguments, **_pipes):
         self.width, self.height = (
@@ -65,7 +65,7 @@ class KeptGhostscript:
             KeptGhostscript.kept_arguments = arguments
 
     def communicate(self, postscript):
-        """The picture of one page; a process that fails on it is thrown away."""
+        """The picture of one page; a process that fails is thrown away."""
         try:
             return self._draw(KeptGhostscript.kept, postscript), b""
         except BaseException:
@@ -73,8 +73,8 @@ class KeptGhostscript:
             raise
 
     def _draw(self, process, postscript):
-        """Feeds the page and reads up to the end of its picture."""
-        # WebLogo's text has no showpage: at the end of a file ghostscript sees to it.
+        """Writes the page and reads up to the end of its picture."""
+        # WebLogo's text has no showpage: at the end of a file ghostscript adds it.
         process.stdin.write(
             b"<< /PageSize [%s %s] >> setpagedevice save\n%s\nshowpage restore\n"
             % (self.width.encode(), self.height.encode(), postscript))
@@ -89,7 +89,7 @@ class KeptGhostscript:
 
     @classmethod
     def throw_away(cls):
-        """Ends the kept process, in whatever state it is."""
+        """Kills the kept process, whatever its state."""
         if cls.kept:
             cls.kept.kill()
             cls.kept.wait()
@@ -97,7 +97,7 @@ class KeptGhostscript:
 
 
 def leave_caller():
-    """Lets go of the caller's session, folder, files and terminal."""
+    """Detaches from the caller's session, folder, files and terminal."""
     os.setsid()
     os.chdir("/")
     os.umask(0o077)
@@ -108,15 +108,15 @@ def leave_caller():
 
 
 def close_all_but(ready):
-    """Closes every inherited descriptor above the standard ones but `ready`."""
+    """Closes every inherited descriptor except the standard ones and `ready`."""
     os.closerange(3, ready)
     os.closerange(ready + 1, os.sysconf("SC_OPEN_MAX"))
 
 
 def listen(address):
-    """A listening socket at `address`, never seen there half made.
+    """A listening socket at `address`; it listens before it appears there.
 
-    It takes the place of one that a worker left behind when it was killed.
+    It replaces a socket that a killed worker left behind.
     """
     listener = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
     newborn = f"{address}.{os.getpid()}"
@@ -128,7 +128,7 @@ def listen(address):
 
 
 def draw(options, matrix, weblogo_main):
-    """Standard output of WebLogo; raises an exception, or gives nothing, at any fault."""
+    """Standard output of WebLogo; on any error empty, or an exception is raised."""
     sys.argv = ["weblogo"] + options
     sys.stdin = io.TextIOWrapper(io.BytesIO(matrix), "utf-8", "surrogateescape")
     output = io.TextIOWrapper(io.BytesIO(), "utf-8")
@@ -140,7 +140,7 @@ def draw(options, matrix, weblogo_main):
 
 
 def receive_all(connection):
-    """Everything up to the end of the other side's sending."""
+    """Everything until the other side stops sending."""
     pieces = []
     while piece := connection.recv(65536):
         pieces.append(piece)
@@ -148,7 +148,7 @@ def receive_all(connection):
 
 
 def answer(connection, weblogo_main):
-    """Serves one request within its time; at any fault the answer stays out."""
+    """Serves one request within its time; on any error sends no answer."""
     signal.alarm(REQUEST_SECONDS)
     try:
         options, _, matrix = receive_all(connection).partition(b"\0\0")
@@ -156,13 +156,13 @@ def answer(connection, weblogo_main):
         if picture:
             connection.sendall(b"%d\n%s" % (len(picture), picture))
     except (Exception, SystemExit):
-        pass   # WebLogo ends the process at wrong input
+        pass   # WebLogo exits on wrong input
     finally:
         signal.alarm(0)
 
 
 def serve(listener, may_end, idle_seconds, weblogo_main):
-    """Answers requests until none has come for `idle_seconds` and `may_end()`."""
+    """Answers requests until none arrives for `idle_seconds` and `may_end()` is true."""
     listener.settimeout(idle_seconds)
     while True:
         try:
@@ -172,28 +172,28 @@ def serve(listener, may_end, idle_seconds, weblogo_main):
                 return
             continue
         with connection:
-            connection.settimeout(None)   # the alarm bounds the whole request
+            connection.settimeout(None)   # the alarm limits the whole request
             answer(connection, weblogo_main)
 
 
 def lock_of(address):
-    """The lock of the slot that has its socket at `address`."""
+    """The lock file of the slot whose socket is at `address`."""
     return os.path.splitext(address)[0] + ".lock"
 
 
 def remove_own(address, listener_inode):
-    """Removes the socket file unless another worker's stands there by now."""
+    """Removes the socket file unless it belongs to another worker by now."""
     with contextlib.suppress(FileNotFoundError):
         if os.stat(address).st_ino == listener_inode:
             os.unlink(address)
 
 
 def clear_away(address, listener_inode):
-    """Removes socket and lock of the slot; false where a caller has the slot by now."""
+    """Removes socket and lock of the slot; false if a caller has the slot by now."""
     try:
         lock = os.open(lock_of(address), os.O_RDWR | os.O_NOFOLLOW)
     except FileNotFoundError:
-        remove_own(address, listener_inode)   # somebody has tidied up
+        remove_own(address, listener_inode)   # somebody removed the lock
         return True
     try:
         fcntl.flock(lock, fcntl.LOCK_EX | fcntl.LOCK_NB)
@@ -209,24 +209,24 @@ def clear_away(address, listener_inode):
 
 
 def stop(_signal, _frame):
-    """Ends the process in an orderly way."""
+    """Ends the process, with its clean-up."""
     raise Stopped
 
 
 def out_of_time(_signal, _frame):
-    """Ends the request at hand."""
+    """Ends the current request."""
     raise TimeoutError
 
 
 def main():
-    """Loads everything, listens, tells the starter, serves, cleans up."""
+    """Loads everything, listens, notifies the starter, serves requests, cleans up."""
     address, idle_seconds, ready = sys.argv[1], float(sys.argv[2]), int(sys.argv[3])
     leave_caller()
     close_all_but(ready)
 
     from weblogo import _cli, logo_formatter
     logo_formatter.Popen = KeptGhostscript
-    warnings.simplefilter("always")   # each drawing gets to hear its own
+    warnings.simplefilter("always")   # so that every drawing shows its warnings
 
     signal.signal(signal.SIGALRM, out_of_time)
     signal.signal(signal.SIGTERM, stop)
@@ -236,7 +236,7 @@ def main():
         os.write(ready, b"!")
         os.close(ready)
         serve(listener, lambda: clear_away(address, inode), idle_seconds, _cli.main)
-    except (Stopped, BrokenPipeError):   # asked to end, or the starter is no more
+    except (Stopped, BrokenPipeError):   # asked to end, or the starter has ended
         if not clear_away(address, inode):
             remove_own(address, inode)
     finally:
