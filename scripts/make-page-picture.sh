@@ -28,7 +28,7 @@ browser="$(command -v chromium || command -v chromium-browser || command -v goog
 page="$(find "$(realpath "$job/result")" -maxdepth 1 -name 'J_*_HTML_Results.html' | sort | tail -n 1)"
 [[ -n $page ]] || fail "there is no page in $job/result: the job must have the format HTML or All"
 
-# The page finds its logos by relative paths, so its shortened copy lies in a folder with a link to them.
+# The page finds its logos by relative paths, so its shortened copy is put into a folder with a link to them.
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 ln -s "${page%HTML_Results.html}image" "$work/"
