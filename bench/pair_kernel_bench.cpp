@@ -7,7 +7,7 @@
 
 #include "against_plain_form.h"
 #include "motif_source.h"
-#include "plain_form.h"
+#include "plain/plain_scan.h"
 
 // The pair kernel, one thread, against the plain form.
 

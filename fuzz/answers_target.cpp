@@ -5,8 +5,8 @@
 #include <streambuf>
 #include <string>
 
-#include "fuzz/plain_blocks.h"
 #include "fuzz/targets.h"
+#include "plain/plain_blocks.h"
 #include "report/page/html_text.h"
 #include "run/checks.h"
 #include "run/output_names.h"
@@ -28,8 +28,8 @@ bool hasOnly(std::string_view text, std::string_view letters) {
 
 void checkAnswerChecks(std::string_view text) {
     const int length = static_cast<int>(text.size());
-    require(checkNumeric(text) == isNumber(text, 0, length), "numeric: digits and points only");
-    require(checkDouble(text) == isNumber(text, 1, 1), "double: digits and exactly one point");
+    require(checkNumeric(text) == plain::isNumber(text, 0, length), "numeric: digits and points only");
+    require(checkDouble(text) == plain::isNumber(text, 1, 1), "double: digits and exactly one point");
     require(checkNumThreads(text) == hasOnly(text, "123456789"), "threads: digits from 1 to 9 only");
     require(checkSpace(text) == (text.find(' ') == std::string_view::npos), "space: no blank");
     require(checkIUPAC(text) == hasOnly(text, "-ABCDGHKMNRSTVWY"), "IUPAC: its letters only");
@@ -59,13 +59,13 @@ std::optional<std::string> wordOfShell(std::string_view text) {
 
 /// What PHP and R read between single quotes; nothing where the text would end them.
 std::optional<std::string> unquoted(std::string_view text) {
-    std::string plain;
+    std::string content;
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (text[at] == '\'') return std::nullopt;
         if (text[at] == '\\' && ++at == text.size()) return std::nullopt;
-        plain += text[at];
+        content += text[at];
     }
-    return plain;
+    return content;
 }
 
 /// The content of the only cell of a table with commas; nothing where the text is more than one cell.

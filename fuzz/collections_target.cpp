@@ -2,8 +2,8 @@
 #include <string>
 
 #include "database/collection_reading.h"
-#include "fuzz/plain_blocks.h"
 #include "fuzz/targets.h"
+#include "plain/plain_blocks.h"
 
 namespace varnolix::fuzz {
 
@@ -11,7 +11,7 @@ namespace {
 
 bool isPosition(const Row& row) {
     return (row.size() == 5 || row.size() == 6) && std::all_of(row.begin() + 1, row.begin() + 5, [](auto token) {
-               return isNumber(token, 0, static_cast<int>(token.size()));
+               return plain::isNumber(token, 0, static_cast<int>(token.size()));
            });
 }
 
@@ -56,7 +56,7 @@ void checkEntries(const Block& rows) {
 }  // namespace
 
 void collectionsTarget(std::string_view text) {
-    const Block rows = plainRows(text);
+    const Block rows = plain::rowsOf(text);
     checkBaseRows(rows);
     checkEntries(rows);
 }

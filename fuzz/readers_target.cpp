@@ -5,9 +5,9 @@
 #include <cctype>
 #include <string>
 
-#include "fuzz/plain_blocks.h"
 #include "fuzz/targets.h"
 #include "input/stages.h"
+#include "plain/plain_blocks.h"
 #include "run/shared_records.h"
 
 namespace varnolix::fuzz {
@@ -38,8 +38,9 @@ class MemoryFile {
 
 bool allNumbers(const Row& row, std::size_t first, std::size_t count) {
     const auto tokens = row.begin() + static_cast<std::ptrdiff_t>(first);
-    return std::all_of(tokens, tokens + static_cast<std::ptrdiff_t>(count),
-                       [](std::string_view token) { return isNumber(token, 0, static_cast<int>(token.size())); });
+    return std::all_of(tokens, tokens + static_cast<std::ptrdiff_t>(count), [](std::string_view token) {
+        return plain::isNumber(token, 0, static_cast<int>(token.size()));
+    });
 }
 
 template <class Test>
@@ -60,7 +61,7 @@ std::size_t consensusLetters(const Row& row) {
 }
 
 /// The number of positions that a block gives.
-std::size_t positionsOf(const PlainDecision& block) {
+std::size_t positionsOf(const plain::Decision& block) {
     const Block& rows = block.rows;
     switch (block.outcome) {
         case BlockOutcome::transfac:
@@ -94,7 +95,7 @@ void startFile(const MemoryFile& file) {
     inputPath = MemoryFile::folder();
 }
 
-void checkMotif(const data& motif, const PlainDecision& block, std::size_t number) {
+void checkMotif(const data& motif, const plain::Decision& block, std::size_t number) {
     require(motif.matrixID == static_cast<int>(number) && motif.motifNum == motif.matrixID && motif.datasetNum == 1,
             "motifs are numbered from 1 without gaps");
     require(motif.matrix.size() == positionsOf(block), "a motif has the positions of its block");
@@ -113,7 +114,7 @@ void readersTarget(std::string_view text) {
     readInputFile(file.name(), 0);
 
     std::size_t count = 0;
-    for (const PlainDecision& block : plainDecisions(text)) {
+    for (const plain::Decision& block : plain::decisionsOver(text)) {
         if (block.outcome == BlockOutcome::nothing || block.outcome == BlockOutcome::hold) continue;
         require(count < Datasets.size(), "every block that a reader takes gives a motif");
         checkMotif(Datasets[count], block, count + 1);

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "run/checks.h"
+#include "plain/plain_blocks.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {
@@ -317,92 +317,6 @@ TEST(BlockShape, HeldRowsJoinTheNextBlock) {
     EXPECT_EQ(classifier.classify(shape), BlockOutcome::seqAlign);
 }
 
-/// The numbered steps of the decision once more, over whole blocks.
-class PlainClassifier {
-  public:
-    BlockOutcome classify(const Block& rows) {
-        const std::size_t n = rows.size();
-        if (n == 0) return BlockOutcome::nothing;
-        const std::size_t t0 = rows[0].size();
-        if (t0 == 2 && n >= 6) return BlockOutcome::transfac;
-        if ((t0 == 1 || t0 == 2) && n == 5 && rows[1][0] == "A" && rows[2][0] == "C" && rows[3][0] == "G" &&
-            rows[4][0] == "T") {
-            return BlockOutcome::jaspar;
-        }
-        if (t0 != 1) {
-            const bool stopped = !testTokens(rows, 0);
-            if (stopped && !numericSeen_ && !decimalSeen_) return BlockOutcome::hold;
-            if (n != 4) return BlockOutcome::matrixV;
-            if (t0 < 2) return BlockOutcome::hold;
-            for (std::size_t row = 1; row <= 3; ++row) {
-                if (rows[row].size() != t0) return hold(false);
-            }
-            held_ = true;
-            return BlockOutcome::matrixH;
-        }
-        if (n == 2) {
-            if (rows[1].size() != 1) return BlockOutcome::hold;
-            if (!checkIUPAC(rows[1][0])) return BlockOutcome::hold;
-            return BlockOutcome::consensus;
-        }
-        if (n > 3 && rows[2].size() == 1 && rows[3][0] == "letter-probability") {
-            bool shaped = n > 4;
-            for (std::size_t row = 4; row < n; ++row) shaped = shaped && rows[row].size() == 4;
-            const bool passes = shaped && testTokens(rows, 4);
-            if (!passes && !numericSeen_ && !decimalSeen_) return BlockOutcome::hold;
-            return BlockOutcome::meme;
-        }
-        if (n == 1) {
-            if (held_) return BlockOutcome::hold;
-            return raw();
-        }
-        if (rows[1].size() == 1) {
-            for (std::size_t row = 2; row < n; ++row) {
-                if (rows[row].size() != 1) return hold(false);
-            }
-            for (std::size_t row = 2; row < n; ++row) {
-                if (rows[row][0].size() != rows[1][0].size()) return hold(true);
-            }
-            for (std::size_t row = 1; row < n; ++row) {
-                if (!checkNucleotide(rows[row][0])) return hold(true);
-            }
-            held_ = false;
-            return BlockOutcome::seqAlign;
-        }
-        if (rows[1].size() != 4) return hold(false);
-        for (std::size_t row = 2; row < n; ++row) {
-            if (rows[row].size() != 4) return hold(false);
-        }
-        return raw();
-    }
-
-  private:
-    /// Whether all tokens pass; the marks are those of the last token tested.
-    bool testTokens(const Block& rows, std::size_t from) {
-        for (std::size_t row = from; row < rows.size(); ++row) {
-            for (const std::string_view token : rows[row]) {
-                numericSeen_ = checkNumeric(token);
-                decimalSeen_ = checkDouble(token);
-                if (!numericSeen_ || !decimalSeen_) return false;
-            }
-            numericSeen_ = true;
-        }
-        return true;
-    }
-    BlockOutcome hold(bool held) {
-        held_ = held;
-        return BlockOutcome::hold;
-    }
-    BlockOutcome raw() {
-        held_ = false;
-        return BlockOutcome::rawPSSM;
-    }
-
-    bool held_ = false;
-    bool numericSeen_ = false;
-    bool decimalSeen_ = false;
-};
-
 /// Rows that fall often into one of the layouts, or just beside it.
 class RandomRows {
   public:
@@ -449,12 +363,12 @@ TEST(BlockShape, AgreesWithTheStepsOnRandomBlocks) {
     for (unsigned seed = 0; seed < files; ++seed) {
         RandomRows random(seed);
         BlockClassifier classifier;
-        PlainClassifier plain;
+        plain::Marks marks;
         BlockShape shape;
         for (int block = 0; block < 30; ++block) {
             const std::size_t rows = random.pick(8);
             for (std::size_t row = 0; row < rows; ++row) shape.addRow(random.row());
-            const BlockOutcome expected = plain.classify(shape.rows());
+            const BlockOutcome expected = plain::classify(shape.rows(), marks);
             const BlockOutcome outcome = classifier.classify(shape);
             ASSERT_EQ(outcome, expected) << "seed " << seed << ", block " << block;
             if (outcome != BlockOutcome::hold || random.pick(3) != 0) shape.clear();
@@ -466,12 +380,12 @@ TEST(BlockShape, RandomBlocksReachEveryOutcome) {
     std::array<int, 10> counts{};
     for (unsigned seed = 0; seed < 3000; ++seed) {
         RandomRows random(seed);
-        PlainClassifier plain;
+        plain::Marks marks;
         for (int block = 0; block < 30; ++block) {
             Block rows;
             const std::size_t count = random.pick(8);
             while (rows.size() < count) rows.push_back(random.row());
-            ++counts[static_cast<std::size_t>(plain.classify(rows))];
+            ++counts[static_cast<std::size_t>(plain::classify(rows, marks))];
         }
     }
     for (const int count : counts) EXPECT_GT(count, 0);

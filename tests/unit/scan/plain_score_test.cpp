@@ -9,7 +9,7 @@
 #include <random>
 #include <utility>
 
-#include "bench/plain_form.h"
+#include "plain/plain_scan.h"
 
 namespace varnolix {
 namespace {
@@ -185,7 +185,8 @@ Told toldByDefinition(const data& left, const data& right, double cutoff) {
     Told told;
     for (const plain::Alignment& one : alignments) {
         const bool isForward = one.direction == Direction::forward;
-        const int offset = one.isSecondRegion ? -static_cast<int>(one.offset) : static_cast<int>(one.offset);
+        const int offset =
+            one.region == plain::Region::second ? -static_cast<int>(one.offset) : static_cast<int>(one.offset);
         told[{isForward ? offset : difference - offset, isForward ? forwardWalk : backwardWalk}] = {one.score,
                                                                                                     one.orientation};
     }

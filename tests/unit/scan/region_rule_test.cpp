@@ -5,15 +5,13 @@
 #include <string>
 #include <vector>
 
-#include "scan/plain_walk.h"
+#include "plain/plain_scan.h"
 
 namespace varnolix {
 namespace {
 
-using testing::ColumnPair;
-using testing::Region;
-using testing::WalkedOffset;
-using testing::walkRegion;
+using plain::Region;
+using plain::Walk;
 
 constexpr int least = 4;
 
@@ -57,18 +55,22 @@ TEST(RegionRule, RegionsVisitTheOffsetsOfTheWalk) {
             SCOPED_TRACE(std::string(each.name) + " " + std::to_string(lengths.left) + " " +
                          std::to_string(lengths.right));
             // The left motif is the outer one, i.
-            const std::vector<WalkedOffset> expected = walkRegion(
-                each.direction == Direction::forward, each.sliding == Sliding::left ? Region::first : Region::second,
-                lengths.left, lengths.right, least);
+            const auto left = static_cast<std::size_t>(lengths.left);
+            const auto right = static_cast<std::size_t>(lengths.right);
+            const std::vector<Walk> expected = plain::walksOf(
+                each.direction, each.sliding == Sliding::left ? Region::first : Region::second, left, right, least);
             std::size_t visited = 0;
             forEachOffset(each.direction, each.sliding, lengths, allShifts(lengths),
                           [&](const ScoredShift& kept, int offset) {
                               ASSERT_LT(visited, expected.size());
-                              const WalkedOffset& walk = expected[visited++];
-                              EXPECT_EQ(offset, walk.offset);
-                              EXPECT_EQ(overlapAt(lengths, kept.shift), static_cast<int>(walk.pairs.size()));
-                              for (const ColumnPair& pair : walk.pairs) {
-                                  EXPECT_EQ(static_cast<int>(pair.j) - static_cast<int>(pair.i), kept.shift);
+                              const Walk& walk = expected[visited++];
+                              EXPECT_EQ(offset, static_cast<int>(walk.offset));
+                              EXPECT_EQ(overlapAt(lengths, kept.shift), static_cast<int>(walk.columns));
+                              for (std::size_t k = 0; k < walk.columns; ++k) {
+                                  const std::size_t i = walk.iStart + k * walk.step;
+                                  const std::size_t j = walk.jStart + k * walk.step;
+                                  EXPECT_TRUE(i < left && j < right);
+                                  EXPECT_EQ(static_cast<int>(j) - static_cast<int>(i), kept.shift);
                               }
                           });
             EXPECT_EQ(visited, expected.size());

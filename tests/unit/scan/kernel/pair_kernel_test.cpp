@@ -14,7 +14,7 @@
 #include <thread>
 #include <vector>
 
-#include "bench/plain_form.h"
+#include "plain/plain_scan.h"
 
 // The kernel against the plain form, which shares no code with it: every score, label and decision, on both code paths
 // and for both views of a pair. VARNOLIX_KERNEL_ROUNDS sets the number of random pools, VARNOLIX_KERNEL_SEED their
@@ -72,7 +72,7 @@ int shiftOf(const plain::Alignment& alignment, int iLength, int jLength) {
     const int offset = static_cast<int>(alignment.offset);
     const int ends = alignment.direction == Direction::forward ? 0 : jLength - iLength;
     const bool isForward = alignment.direction == Direction::forward;
-    return ends + (isForward != alignment.isSecondRegion ? offset : -offset);
+    return ends + (isForward == (alignment.region == plain::Region::first) ? offset : -offset);
 }
 
 /// What the plain form keeps of a pair, as seen from its left motif. All records of one shift must be alike.

@@ -1,9 +1,9 @@
-#include "fuzz/plain_blocks.h"
+#include "plain/plain_blocks.h"
 
 #include <climits>
 #include <cstring>
 
-namespace varnolix::fuzz {
+namespace varnolix::plain {
 
 namespace {
 
@@ -18,7 +18,7 @@ bool allOf(std::string_view token, const char* set) {
     return true;
 }
 
-Row plainTokens(std::string_view line) {
+Row tokensOf(std::string_view line) {
     Row tokens;
     std::size_t at = 0;
     while (at < line.size()) {
@@ -31,7 +31,7 @@ Row plainTokens(std::string_view line) {
 }
 
 /// The lines of a text, the one behind the last line end included, without blanks and the like at their ends.
-std::vector<std::string_view> plainLines(std::string_view text) {
+std::vector<std::string_view> linesOf(std::string_view text) {
     std::vector<std::string_view> lines;
     std::size_t begin = 0;
     for (std::size_t at = 0; at <= text.size(); ++at) {
@@ -44,12 +44,12 @@ std::vector<std::string_view> plainLines(std::string_view text) {
     return lines;
 }
 
-/// The marks that one decision leaves to the next.
-struct Marks {
-    bool held = false;
-    bool numeric = false;
-    bool decimal = false;
-};
+bool rowsHaveTokens(const Block& rows, std::size_t first, std::size_t count) {
+    for (std::size_t row = first; row < rows.size(); ++row) {
+        if (rows[row].size() != count) return false;
+    }
+    return true;
+}
 
 /// Tests the tokens of the rows from `first` on; true when all are numbers with exactly one point.
 bool testTokens(const Block& rows, std::size_t first, Marks& marks) {
@@ -64,14 +64,7 @@ bool testTokens(const Block& rows, std::size_t first, Marks& marks) {
     return true;
 }
 
-bool rowsHaveTokens(const Block& rows, std::size_t first, std::size_t count) {
-    for (std::size_t row = first; row < rows.size(); ++row) {
-        if (rows[row].size() != count) return false;
-    }
-    return true;
-}
-
-BlockOutcome decideNumbers(const Block& rows, Marks& marks) {
+BlockOutcome classifyNumbers(const Block& rows, Marks& marks) {
     const bool all = testTokens(rows, 0, marks);
     if (!all && !marks.numeric && !marks.decimal) return BlockOutcome::hold;
     if (rows.size() != 4) return BlockOutcome::matrixV;
@@ -79,13 +72,13 @@ BlockOutcome decideNumbers(const Block& rows, Marks& marks) {
     return marks.held ? BlockOutcome::matrixH : BlockOutcome::hold;
 }
 
-BlockOutcome decideMEME(const Block& rows, Marks& marks) {
+BlockOutcome classifyMEME(const Block& rows, Marks& marks) {
     const bool shaped = rows.size() > 4 && rowsHaveTokens(rows, 4, 4);
     const bool numbers = shaped && testTokens(rows, 4, marks);
     return !numbers && !marks.numeric && !marks.decimal ? BlockOutcome::hold : BlockOutcome::meme;
 }
 
-BlockOutcome decideSequences(const Block& rows, Marks& marks) {
+BlockOutcome classifySequences(const Block& rows, Marks& marks) {
     marks.held = false;
     if (!rowsHaveTokens(rows, 2, 1)) return BlockOutcome::hold;
     marks.held = true;
@@ -97,27 +90,6 @@ BlockOutcome decideSequences(const Block& rows, Marks& marks) {
     return BlockOutcome::seqAlign;
 }
 
-BlockOutcome decide(const Block& rows, Marks& marks) {
-    const std::size_t count = rows.size();
-    if (count == 0) return BlockOutcome::nothing;
-    const std::size_t tokens = rows[0].size();
-    if (tokens == 2 && count >= 6) return BlockOutcome::transfac;
-    if (tokens <= 2 && count == 5 && rows[1][0] == "A" && rows[2][0] == "C" && rows[3][0] == "G" && rows[4][0] == "T") {
-        return BlockOutcome::jaspar;
-    }
-    if (tokens != 1) return decideNumbers(rows, marks);
-    if (count == 2) {
-        const bool letters = rows[1].size() == 1 && allOf(rows[1][0], "-ABCDGHKMNRSTVWY");
-        return letters ? BlockOutcome::consensus : BlockOutcome::hold;
-    }
-    if (count > 3 && rows[2].size() == 1 && rows[3][0] == "letter-probability") return decideMEME(rows, marks);
-    if (count == 1 && marks.held) return BlockOutcome::hold;
-    if (count >= 3 && rows[1].size() == 1) return decideSequences(rows, marks);
-    marks.held = false;
-    const bool raw = count == 1 || (rows[1].size() == 4 && rowsHaveTokens(rows, 2, 4));
-    return raw ? BlockOutcome::rawPSSM : BlockOutcome::hold;
-}
-
 }  // namespace
 
 bool isNumber(std::string_view token, int least, int most) {
@@ -126,32 +98,53 @@ bool isNumber(std::string_view token, int least, int most) {
     return allOf(token, "0123456789.") && points >= least && points <= most;
 }
 
-std::vector<PlainDecision> plainDecisions(std::string_view text) {
+BlockOutcome classify(const Block& rows, Marks& marks) {
+    const std::size_t count = rows.size();
+    if (count == 0) return BlockOutcome::nothing;
+    const std::size_t tokens = rows[0].size();
+    if (tokens == 2 && count >= 6) return BlockOutcome::transfac;
+    if (tokens <= 2 && count == 5 && rows[1][0] == "A" && rows[2][0] == "C" && rows[3][0] == "G" && rows[4][0] == "T") {
+        return BlockOutcome::jaspar;
+    }
+    if (tokens != 1) return classifyNumbers(rows, marks);
+    if (count == 2) {
+        const bool letters = rows[1].size() == 1 && allOf(rows[1][0], "-ABCDGHKMNRSTVWY");
+        return letters ? BlockOutcome::consensus : BlockOutcome::hold;
+    }
+    if (count > 3 && rows[2].size() == 1 && rows[3][0] == "letter-probability") return classifyMEME(rows, marks);
+    if (count == 1 && marks.held) return BlockOutcome::hold;
+    if (count >= 3 && rows[1].size() == 1) return classifySequences(rows, marks);
+    marks.held = false;
+    const bool raw = count == 1 || (rows[1].size() == 4 && rowsHaveTokens(rows, 2, 4));
+    return raw ? BlockOutcome::rawPSSM : BlockOutcome::hold;
+}
+
+std::vector<Decision> decisionsOver(std::string_view text) {
     constexpr int sliceLines = 31;
-    std::vector<PlainDecision> decisions;
+    std::vector<Decision> decisions;
     Marks marks;
     Block rows;
     int lines = 0;
-    for (const std::string_view line : plainLines(text)) {
+    for (const std::string_view line : linesOf(text)) {
         if (!line.empty() && lines < sliceLines) {
-            rows.push_back(plainTokens(line));
+            rows.push_back(tokensOf(line));
             ++lines;
             continue;
         }
         lines = 0;
-        const BlockOutcome outcome = decide(rows, marks);
+        const BlockOutcome outcome = classify(rows, marks);
         decisions.push_back({outcome, rows});
         if (outcome != BlockOutcome::hold) rows.clear();
     }
     return decisions;
 }
 
-Block plainRows(std::string_view text) {
+Block rowsOf(std::string_view text) {
     Block rows;
-    for (const std::string_view line : plainLines(text)) {
-        if (!line.empty()) rows.push_back(plainTokens(line));
+    for (const std::string_view line : linesOf(text)) {
+        if (!line.empty()) rows.push_back(tokensOf(line));
     }
     return rows;
 }
 
-}  // namespace varnolix::fuzz
+}  // namespace varnolix::plain
