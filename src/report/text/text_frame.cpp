@@ -1,6 +1,5 @@
 #include "report/text/text_frame.h"
 
-#include "input/stages.h"
 #include "report/text/file_table.h"
 #include "report/text/text_columns.h"
 #include "run/collections.h"
