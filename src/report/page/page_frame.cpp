@@ -51,7 +51,9 @@ std::string pageHeader(const std::ios_base& stream, PageStyle style) {
         "@page { @bottom-right { content: 'Page ' counter(page) ' of ' counter(pages); } }\n"
         "</style>\n</head>\n<body>\n"
         "<h1 class='sansserif' style='text-shadow: 2px 2px 2px #999'> VARNOLIX - Matrix Kinship Finder </h1>\n"
-        "<p><b class='sansserif'>Version 2.1 </b></p>\n"
+        "<p><b class='sansserif'>" +
+        versionText() +
+        " </b></p>\n"
         "<div><h3 class='sansserif'> INPUT </h3></div>\n"
         "<div class = 'boxed'>\n"
         "<b class='sansserif'><font size = '2'>\nInput Parameters \n</font></b>\n"

@@ -28,8 +28,12 @@ std::string numberLike(const std::ios_base& stream, double number) {
     return text;
 }
 
+std::string versionText() {
+    return "Version " VARNOLIX_VERSION;
+}
+
 std::string bannerText() {
-    return "VARNOLIX - Matrix Kinship Finder\nVersion 2.1\n";
+    return "VARNOLIX - Matrix Kinship Finder\n" + versionText() + "\n";
 }
 
 void flushWhenLarge(std::ostream& stream, std::string& text) {

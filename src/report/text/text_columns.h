@@ -29,6 +29,9 @@ inline const char* yesOrNo(const std::string& answer) {
     return answer == "Y" ? "Yes" : "No";
 }
 
+/// How the reports name the version, which CMakeLists.txt sets.
+std::string versionText();
+
 /// Product name and version, each on a line.
 std::string bannerText();
 
