@@ -6,6 +6,7 @@
 #   setup.sh --chromium   the default set, and Chromium, which converts pages to PDF more faithfully
 #
 #   --tests               also what the tests need: GoogleTest, and poppler-utils to examine PDF files
+#   --checks              also what more-tests.sh needs: clang with its libraries, the checkers of check.sh
 #   --check               installs nothing: says what is missing, and does the proof
 #   --if-missing          skips the proof if nothing was missing
 #
@@ -21,13 +22,15 @@ source "$here/common.sh"
 build_packages=(g++ cmake ninja-build python3)
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
                  r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape)
+check_packages=(clang libomp-dev libclang-rt-dev clang-format clang-tidy shellcheck)
 
-choice=default tests=false check_only=false if_missing=false
+choice=default tests=false checks=false check_only=false if_missing=false
 for argument in "$@"; do
     case $argument in
         --text) choice=text ;;
         --chromium) choice=chromium ;;
         --tests) tests=true ;;
+        --checks) checks=true ;;
         --check) check_only=true ;;
         --if-missing) if_missing=true ;;
         --help) usage_of "$0"; exit 0 ;;
@@ -39,6 +42,7 @@ done
 wanted_packages() {
     printf '%s\n' "${build_packages[@]}"
     ! $tests || printf '%s\n' libgtest-dev libgmock-dev
+    ! $checks || printf '%s\n' "${check_packages[@]}"
     [[ $choice != text ]] || return 0
     printf '%s\n' "${report_packages[@]}"
     ! $tests || echo poppler-utils
@@ -51,6 +55,9 @@ without() {
         g++ | cmake | ninja-build) echo "the program cannot be built" ;;
         python3) echo "no collection can be installed and no logo drawn" ;;
         libgtest-dev | libgmock-dev) echo "the tests cannot be built" ;;
+        clang | libomp-dev) echo "nothing can be built with clang" ;;
+        libclang-rt-dev) echo "no fuzz targets, and no sanitizers with clang" ;;
+        clang-format | clang-tidy | shellcheck) echo "check.sh fails" ;;
         poppler-utils) echo "the tests of PDF files fail" ;;
         python3-weblogo | ghostscript) echo "pages have no logos" ;;
         php-cli) echo "no PDF files are made" ;;

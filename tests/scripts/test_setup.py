@@ -14,6 +14,7 @@ DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasypri
                           "r-cran-dendextend", "r-cran-ape"}
 SMALLEST_BLAS = {"libblas-dev"}     # keeps a dependency of WebLogo small
 GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
+CHECKS = {"clang", "libomp-dev", "libclang-rt-dev", "clang-format", "clang-tidy", "shellcheck"}
 
 
 class Setup(ScriptTest):
@@ -97,6 +98,7 @@ class Setup(ScriptTest):
         for arguments, expected in ((["--text"], TEXT_SET), ([], DEFAULT_SET),
                                     (["--chromium"], DEFAULT_SET | {"chromium"}),
                                     (["--text", "--tests"], TEXT_SET | GOOGLE_TEST),
+                                    (["--text", "--checks"], TEXT_SET | CHECKS),
                                     (["--tests"], DEFAULT_SET | GOOGLE_TEST | {"poppler-utils"})):
             with self.subTest(arguments):
                 write(self.log, "")
@@ -115,9 +117,9 @@ class Setup(ScriptTest):
         self.assertEqual(done.stdout.count("not to be had"), 2)
 
     def test_every_package_has_a_word_on_what_goes_without_it(self):
-        everything = DEFAULT_SET | GOOGLE_TEST | {"poppler-utils", "chromium"}
+        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | {"poppler-utils", "chromium"}
         self.machine(root=True, release_lacks=sorted(everything))
-        done, lines = self.run_setup("--chromium", "--tests")
+        done, lines = self.run_setup("--chromium", "--tests", "--checks")
         told = dict(re.findall(r"(?m)^  (\S+) +not to be had: (\w.+)$", done.stdout))
         self.assertEqual(set(told), everything)
         self.assertEqual(lines, ["apt-get -q update", "prove"])
