@@ -47,7 +47,7 @@ void appendReference(std::vector<data>& motifs, data motif) {
     motifs.push_back(std::move(motif));
 }
 
-/// The lines of one entry that tell about its motif: the first of each tag.
+/// The lines of one entry that describe its motif, by tag. Only the first line of each tag is kept.
 using EntryTexts = std::map<std::string_view, std::string, std::less<>>;
 
 std::string firstOf(const EntryTexts& texts, std::initializer_list<std::string_view> tags) {
@@ -57,7 +57,7 @@ std::string firstOf(const EntryTexts& texts, std::initializer_list<std::string_v
     return "";
 }
 
-/// The organism: the OS line, or what the first BF line says behind "Species: ", without its closing point.
+/// The organism: the OS line, or else what follows "Species: " in the first BF line, without the final point.
 std::string taxonOf(const EntryTexts& texts) {
     constexpr std::string_view label = "Species: ";
     if (std::string organism = firstOf(texts, {"OS"}); !organism.empty()) return organism;

@@ -7,23 +7,24 @@
 #include "run/shared_records.h"
 
 // The two layouts of collection files: headers with four rows of values (Jaspar, UniPROBE), and TRANSFAC entries. Real
-// downloads hold thousands of entries in a row, with or without empty lines between them, so blocks are told by their
+// downloads contain thousands of entries, with or without empty lines between them, so entries are recognised by their
 // content. Reference motifs are numbered from 1 within the collection.
 
 namespace varnolix {
 
-/// The motifs of a file of headers (">", id, name) and rows that begin with A, C, G, T; the T row closes a motif.
-/// Brackets may stand apart, touch the numbers, or be absent.
-/// @param taxon stored in every motif; where it is empty, the header's tokens from the third on are
+/// The motifs of a file with headers (">", id, name) and rows that begin with A, C, G and T. The T row closes a motif.
+/// Brackets may be separate tokens, touch the numbers, or be absent.
+/// @param taxon stored in every motif; if it is empty, the header's tokens from the third one on are stored instead
 std::vector<data> motifsOfBaseRows(const Block& rows, std::string_view taxon);
 
-/// The motifs of a file of TRANSFAC entries. An entry ends at "//", at the first AC, ID, NA or DE line behind its
-/// position lines, or at the end of the file. The id is that of the AC line, else the name; the name that of the NA,
-/// else the ID, else the DE line. Entries without positions, such as a file's preamble, are no motifs.
+/// The motifs of a file of TRANSFAC entries. An entry ends at "//", at the first AC, ID, NA or DE line after its
+/// position lines, or at the end of the file. The name is taken from the NA line or, failing that, the ID or the DE
+/// line; the id from the AC line, or else it is the name. Entries without positions, such as the preamble of a file,
+/// are skipped.
 std::vector<data> motifsOfTransfacEntries(const Block& rows);
 
-/// Reads the file of the collection that DBName tells, cut into rows of tokens, and hands the rows over. Ends the
-/// process if the file cannot be opened.
+/// Reads the file of the collection named by DBName, splits it into rows of tokens and passes these on. Ends the run if
+/// the file cannot be opened.
 void readCollection(void (*readMatrices)(const Block& rows));
 
 }  // namespace varnolix

@@ -25,7 +25,7 @@ bool startsWithBases(const Block& rows) {
 void NumberScan::add(const Row& row) {
     started = true;
     if (stopped) return;
-    // A token with exactly one point among its digits is digits and points too, so the one test covers both.
+    // checkDouble implies checkNumeric, so this one test covers both.
     const auto odd = std::find_if_not(row.begin(), row.end(), checkDouble);
     if (odd == row.end()) return;
     stopped = true;
@@ -85,7 +85,7 @@ BlockOutcome BlockClassifier::classifyNumbers(const BlockShape& block) {
     take(block.allRows_);
     if (block.allRows_.stopped && noNumberSeen()) return BlockOutcome::hold;
     const Block& rows = block.rows_;
-    // Exactly four rows are a horizontal matrix, also where a vertical one of four positions was meant.
+    // Exactly four rows are always a horizontal matrix, even if a vertical one of four positions was meant.
     if (rows.size() != horizontalRows) return BlockOutcome::matrixV;
     const bool sameLength =
         std::all_of(rows.begin(), rows.end(), [&](const Row& row) { return row.size() == rows[0].size(); });

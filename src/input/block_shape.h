@@ -2,26 +2,26 @@
 
 #include "input/input_block.h"
 
-// Which reader takes a block of lines. A block is looked at whenever an empty line or the thirty-second line closes it;
-// one that no reader takes is held and grows, and is looked at again and again. The facts that decide are therefore
-// gathered while rows are added, each row once, so that a decision costs the same however long the block has become.
-// Tested by block_shape_test.cpp.
+// Decides which reader takes a block of lines. A block is classified whenever an empty line or the thirty-second line
+// closes it. A block that no reader takes is held: more lines are added to it, and it is classified again. The facts
+// that decide are therefore gathered as rows are added, once per row, so that a decision costs the same however long
+// the block has become. Tested by block_shape_test.cpp.
 
 namespace varnolix {
 
-/// What becomes of a block.
+/// What happens to a block: nothing as it is empty, it is held, or this reader takes it.
 enum class BlockOutcome { nothing, hold, transfac, jaspar, matrixH, matrixV, rawPSSM, meme, consensus, seqAlign };
 
-/// A test of tokens in reading order that stops at the first one that is no number with exactly one point.
+/// Tests tokens in reading order, and stops at the first one that is not a number with exactly one point.
 struct NumberScan {
     bool started = false;
     bool stopped = false;
-    bool numericAtStop = false;  ///< the token that stopped the scan was digits and points all the same
+    bool numericAtStop = false;  ///< the token that stopped the scan consists of digits and points, too
 
     void add(const Row& row);
 };
 
-/// The rows of the block under work and the facts gathered from them.
+/// The rows of the current block, and the facts gathered from them.
 class BlockShape {
   public:
     void addRow(Row row);
@@ -41,7 +41,7 @@ class BlockShape {
     bool secondOnNucleotides_ = true;
 };
 
-/// Decides over the blocks of one file in turn. The marks that a decision leaves behind count for the later ones.
+/// Classifies the blocks of one file in turn. A decision sets marks that influence later decisions.
 class BlockClassifier {
   public:
     BlockOutcome classify(const BlockShape& block);

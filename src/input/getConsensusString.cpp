@@ -6,15 +6,16 @@ namespace varnolix {
 
 namespace {
 
-/// Letters by the set of bases they stand for: bit 0 for A, 1 for C, 2 for G, 3 for T.
+/// Letters by the set of bases they stand for: bit 0 is A, bit 1 is C, bit 2 is G, bit 3 is T.
 constexpr char letterOfBases[] = {'-', 'A', 'C', 'M', 'G', 'R', 'S', 'V', 'T', 'W', 'Y', 'H', 'K', 'D', 'B', 'N'};
 
 constexpr double majority = 0.5;
 constexpr double leadOverSecond = 2.0;
 constexpr double share = 0.75;
 
-/// Ascending, equal values in their first order: the insertion sort of the standard library, which puts a cell below
-/// the first one straight in front. Spelt out as cells that are not numbers have no order.
+/// Sorts in ascending order and keeps the order of equal values. This is the insertion sort of the standard library,
+/// which moves a cell below the first one straight to the front. It is spelt out because not-a-number cells have no
+/// order, so the result depends on the steps of the sort.
 void sortCells(std::array<tempArray, 4>& cells) {
     for (std::size_t next = 1; next < cells.size(); ++next) {
         const tempArray cell = cells[next];

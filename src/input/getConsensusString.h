@@ -6,8 +6,8 @@
 
 namespace varnolix {
 
-/// IUPAC consensus, one letter per position. A position whose two best bases both hold half or more but whose best is
-/// not twice the second (possible only where the sum exceeds 1) gives no letter.
+/// The IUPAC consensus, one letter per position. A position gives no letter if its best base is above one half, its
+/// second best is at least one half, and the best is less than twice the second. That takes a sum of more than 1.
 std::string getConsensusString(const Matrix& matrix);
 
 }  // namespace varnolix

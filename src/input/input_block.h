@@ -7,23 +7,23 @@
 
 #include "run/shared_records.h"
 
-// What a motif file is cut into, and the steps that all readers of blocks share.
+// The pieces a motif file is cut into, and the steps that all block readers share.
 
 namespace varnolix {
 
-/// Tokens of one line. The text is owned by whoever read the file.
+/// The tokens of one line. They point into the text of the file, which the caller owns.
 using Row = std::vector<std::string_view>;
-/// The rows that make one motif.
+/// The rows that make up one motif.
 using Block = std::vector<Row>;
 
-/// The tokens of a line, cut at blanks and tabs.
+/// Splits a line into tokens at blanks and tabs.
 Row splitTokens(std::string_view line);
 
-/// The line without the blanks, line ends, carriage returns and tabs at its end.
+/// Removes blanks, line ends, carriage returns and tabs from the end of the line.
 std::string_view stripLineEnd(std::string_view line);
 
-/// Calls `use` for every line of the text without its line end. A text that ends in a line end has one more, empty,
-/// line.
+/// Calls `use` for every line of the text, without its line end. If the text ends with a line end, one more, empty line
+/// follows.
 template <class Use>
 void forEachLine(std::string_view text, Use use) {
     while (true) {
@@ -34,33 +34,33 @@ void forEachLine(std::string_view text, Use use) {
     }
 }
 
-/// The whole file. False if it cannot be opened, or is neither a regular file nor a pipe: folders hold no text, devices
-/// may never end. One that does not fit the memory ends the run.
+/// Reads the whole file. Returns false if it cannot be opened, or if it is neither a regular file nor a pipe: folders
+/// contain no text, and devices may never end. A file that does not fit into memory ends the run.
 bool readWholeFile(const std::string& path, std::string& text);
 
-/// The value as strtod reads it; 0 where it cannot.
+/// The value as strtod reads it; 0 if it is not a number.
 double parseNumber(std::string_view token);
 
-/// The four values divided by their sum, added up in the order A, C, G, T. A sum of 0 gives not-a-number.
+/// The four values divided by their sum, which is added up in the order A, C, G, T. A sum of 0 gives not-a-number.
 Column frequencies(const Column& values);
 
-/// The column of a row of tokens, from the token `first` on.
+/// The frequencies of the four tokens that begin at `first`. The row has to be long enough.
 Column frequenciesOfTokens(const Row& row, std::size_t first);
 
-/// True when the four tokens from `first` on hold only digits and points.
+/// Whether the four tokens that begin at `first` consist of digits and points only. The row has to be long enough.
 bool fourNumeric(const Row& row, std::size_t first);
 
-/// The name behind the first character of the token, "NA" if nothing is left.
+/// The token without its first character; "NA" if nothing is left.
 std::string nameOrNA(std::string_view token);
 
-/// Rows of values by base turned into positions: as many as the A row has values, missing values counting 0.
+/// Turns rows of values, one per base, into positions. The A row decides how many; missing values count as 0.
 Matrix positionsFromBaseRows(const std::array<std::vector<double>, 4>& rows);
 
-/// Fills the forms derived from `matrix`: reverse complement and both consensus strings.
+/// Fills the fields derived from `matrix`: the reverse complement and both consensus strings.
 void deriveForms(data& motif);
 
-/// Finishes the motif of a block: fills the work record Matrices from name and matrix, numbers it, appends it to
-/// Datasets and raises mNum and matrixIDNum. Sets the motif count of FileNameType[fileIndex].
+/// Finishes the motif of a block: fills the work record Matrices with the name and the matrix, numbers the motif,
+/// appends it to Datasets, and advances mNum and matrixIDNum. Also updates the motif count of FileNameType[fileIndex].
 void appendMotif(std::string name, Matrix matrix, int fileIndex);
 
 }  // namespace varnolix

@@ -7,7 +7,7 @@ namespace varnolix {
 
 namespace {
 
-/// Three bases share 0.9999, not 1: the columns of consensus motifs are not divided by their sum.
+/// Three bases add up to 0.9999, not 1: the columns of consensus motifs are not divided by their sum.
 constexpr double third = 0.3333;
 
 struct LetterColumn {
@@ -41,7 +41,7 @@ Matrix matrixOfIUPAC(const Block& rows) {
         if (row.size() != 1) continue;
         for (const char letter : row[0]) {
             const auto known = std::ranges::find(letterColumns, letter, &LetterColumn::letter);
-            if (known != std::end(letterColumns)) matrix.push_back(known->column);  // a gap is no position
+            if (known != std::end(letterColumns)) matrix.push_back(known->column);  // a gap is not a position
         }
     }
     return matrix;

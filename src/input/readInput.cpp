@@ -10,7 +10,7 @@ void readInput(const std::vector<fileNameAndType>& files) {
         int fileIndex = 0;
         for (const fileNameAndType& file : files) readInputFile(file.fileName, fileIndex++);
     } catch (int) {
-        // Reserved for readers that give up on a file; none does so today.
+        // Reserved for readers that give up on a file. None of them does so today.
         std::cout << "Bad input. Please, check input data.\n";
     }
     for (const data& motif : Datasets) {

@@ -8,7 +8,7 @@ std::vector<double> jasparRowValues(const Row& row) {
     std::vector<double> values;
     values.reserve(row.size());
     for (const std::string_view token : row) {
-        // A bracket or base on its own leaves nothing, as do other tokens without a digit or point.
+        // Nothing is left of a lone bracket or base, or of any other token without a digit or point.
         const std::string cleaned = removeSpecialCharacters(token);
         if (!cleaned.empty()) values.push_back(parseNumber(cleaned));
     }

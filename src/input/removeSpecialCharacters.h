@@ -5,7 +5,7 @@
 
 namespace varnolix {
 
-/// The text with only its blanks, points and digits left.
+/// Keeps only the blanks, points and digits of the text.
 std::string removeSpecialCharacters(std::string_view text);
 
 }  // namespace varnolix

@@ -8,7 +8,7 @@ namespace varnolix {
 
 namespace {
 
-/// A line of hyphens with the text at its shift from the edge, cut off at the line's ends.
+/// A line of hyphens with the text placed on it, cut off at the ends of the line.
 std::string lineWith(const std::string& text, Direction direction, int length, int shift) {
     std::string line(static_cast<std::size_t>(length), '-');
     const int first = firstColumn(direction, length, static_cast<int>(text.size()), shift);
@@ -21,13 +21,14 @@ std::string lineWith(const std::string& text, Direction direction, int length, i
     return line;
 }
 
+/// The exception that alignTwoMatrices.h describes.
 bool isLengthened(const PairAlignment& alignment) {
     const bool bothStickOut = alignment.total() > std::max(alignment.length1, alignment.length2);
     return alignment.position >= 2 && bothStickOut && alignment.length2 > alignment.length1 &&
            alignment.primaryFlag != PrimaryFlag::yes && alignment.overlap != alignment.length1 - alignment.position + 1;
 }
 
-/// The first motif fills the whole axis, so its line is its consensus, also where that has fewer letters than columns.
+/// The first motif fills the whole axis, so its line is its consensus, even if that has fewer letters than columns.
 bool isWholeFirst(const PairAlignment& alignment) {
     return alignment.position >= 2 && alignment.total() == alignment.length1 && alignment.length1 > alignment.length2;
 }

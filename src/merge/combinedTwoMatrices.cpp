@@ -4,7 +4,7 @@ namespace varnolix {
 
 namespace {
 
-/// The column of the matrix at this place of the axis, or nullptr.
+/// The column of the matrix at this place of the axis, or nullptr if it has none there.
 const Column* columnAt(const Matrix& matrix, int first, int place) {
     const int column = place - first;
     return column >= 0 && column < std::ssize(matrix) ? &matrix[static_cast<std::size_t>(column)] : nullptr;

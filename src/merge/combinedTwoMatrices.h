@@ -5,10 +5,11 @@
 
 namespace varnolix {
 
-/// Lays two matrices on one axis and merges them: a column that one of them covers is copied, where both do each cell
-/// is (cell1 + cell2) * 0.5, however many motifs the first one was merged from. Columns that neither covers are left
-/// out, parts beyond the axis are cut off. Nothing is normalised.
-/// @param alignment the lengths are those of the matrices, which come in the orientation to be merged
+/// Places two matrices on one axis and merges them. A column that only one of them covers is copied. Where both do,
+/// each cell becomes (cell1 + cell2) * 0.5, no matter how many motifs the first matrix was merged from. Columns that
+/// neither covers are left out, and parts beyond the axis are cut off. Nothing is normalised.
+/// @param matrix1,matrix2 in the orientations in which they are merged
+/// @param alignment with the lengths of these matrices
 Matrix combinedTwoMatrices(const Matrix& matrix1, const Matrix& matrix2, const PairAlignment& alignment);
 
 }  // namespace varnolix

@@ -6,40 +6,41 @@
 
 #include "report/report_file.h"
 
-// The passes that fill the reports: a section heading, then for each motif of a walk its block, its heading and its
-// best matches. Every section of every report, text or page, is written by writePass; the walks and reports differ by
-// their tables.
+// The passes that fill the reports. A pass writes one section of one report: the section heading, and then for each
+// motif its block, its heading and its best matches. writePass() writes every section of every report; what differs is
+// in the tables below.
 
 namespace varnolix {
 
-/// One walk over ranked motifs, and the headings it writes.
+/// A walk over ranked motifs, with the headings that it prints.
 struct ReportWalk {
-    std::string sectionTitle;  ///< with its blanks; a page shows it as it is, a text report between stars
+    std::string sectionTitle;  ///< including its blanks; printed as it is in a page, between stars in a text
     std::size_t starsBefore;
     std::size_t starsAfter;
-    std::string motifTitle;  ///< up to the motif's id
+    std::string motifTitle;  ///< the part before the motif's id
     std::size_t motifStars;
-    std::size_t briefMotifStars;  ///< the same in the report without matrices
+    std::size_t briefMotifStars;  ///< the same for the report without matrices
     const char* reverseTitle;     ///< above the second matrix of a motif
-    int mode;                     ///< of the list writers
+    int mode;                     ///< passed to the list writers, see result_text.h
     const RecordLists& bestMatches;
     std::vector<int> motifs;  ///< ids, in the order of the walk
-    bool isSingleFileNote;    ///< one motif file: the walk has nothing to walk, and a note says so
+    bool isSingleFileNote;    ///< there is only one motif file: print a note instead of motifs
 };
 
 enum class PassForm { text, brief, page };
 
-/// One report of a walk.
+/// One of the reports that a walk is written to.
 struct ReportPass {
     const ReportFile& report;
     PassForm form;
     void (*write)(const std::vector<dataCombinedScore>& list, int mode, long id);
 };
 
-/// Writes the walk's section into one report.
+/// Appends the walk's section to one report. The heading, each motif block and each list of matches opens the report
+/// and closes it again.
 void writePass(const ReportWalk& walk, const ReportPass& pass);
 
-/// The passes that the output format asks for, text ones first.
+/// Those passes that the output format asks for, in the order given.
 std::vector<ReportPass> passesForFormat(std::initializer_list<ReportPass> passes);
 
 }  // namespace varnolix

@@ -4,11 +4,11 @@
 
 #include "run/shared_records.h"
 
-// The stages that write the reports, in the order of the run. Each has a unit of its own name in stages/.
+// The stages that write the reports, in the order of the run. Each has a source file of its own name in stages/.
 
 namespace varnolix {
 
-// --- logos
+// Logos.
 
 /// Draws the logos of all input motifs.
 void writeMotif();
@@ -19,7 +19,7 @@ void writeDatabaseMotif();
 /// Draws the two logos of one motif of the collection.
 void writeDatabaseMotifImage(const Matrix& matrix, long id);
 
-// --- headers: each empties its report
+// Headers. Each empties its report.
 
 /// Begins the text report of the matches across files.
 void writeHeaderGlobalText();
@@ -37,12 +37,12 @@ void writeHeaderTextWithoutMotif();
 void writeHeaderHTMLOrPDF();
 /// Begins the text report of the matches in the collection.
 void writeHeaderTextDatabaseMatch();
-/// Begins the same without matrices.
+/// Begins the text report of the matches in the collection, without matrices.
 void writeHeaderTextWithoutMotifDatabaseMatch();
 /// Begins the page of the matches in the collection.
 void writeHeaderHTMLOrPDFDatabaseMatch();
 
-// --- result sections: each appends the best matches of the motif with this id
+// Result sections. Each appends the best matches of the motif with this id to its report.
 
 /// To the full text report.
 void WriteTopResultsList(const std::vector<dataCombinedScore>& list, int mode, long id);
@@ -56,7 +56,7 @@ void WriteTopResultsListHTML(const std::vector<dataCombinedScore>& list, int mod
 void WriteTopResultsGlobalMatchingListHTML(const std::vector<dataCombinedScore>& list, long id);
 /// To the text report of the matches in the collection.
 void WriteDatabaseTopResultsList(const std::vector<dataCombinedScore>& list, int mode, long id);
-/// To the same without matrices.
+/// To the text report of the matches in the collection, without matrices.
 void WriteDatabaseTopResultsListWithoutMotif(const std::vector<dataCombinedScore>& list, int mode, long id);
 /// To the page of the matches in the collection.
 void WriteDatabaseTopResultsListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
@@ -65,7 +65,7 @@ void WriteDatabaseTopResultsGlobalList(const std::vector<dataCombinedScore>& lis
 /// To the page of the top motifs in the collection.
 void WriteDatabaseTopResultsGlobalListHTML(const std::vector<dataCombinedScore>& list, int mode, long id);
 
-// --- footers: each closes its report with the run time
+// Footers. Each completes its report with the run time.
 
 /// Ends the text report of the matches across files.
 void writeFooterGlobalText();
@@ -83,12 +83,12 @@ void writeFooterTextWithoutMotif();
 void writeFooterHTMLOrPDF();
 /// Ends the text report of the matches in the collection.
 void writeFooterTextDatabaseMatch();
-/// Ends the same without matrices.
+/// Ends the text report of the matches in the collection, without matrices.
 void writeFooterTextWithoutMotifDatabaseMatch();
 /// Ends the page of the matches in the collection.
 void writeFooterHTMLOrPDFDatabaseMatch();
 
-// --- PDF conversion
+// PDF conversion.
 
 /// Converts the page of the matches across files.
 void convertHTMLToPDFGlobal();

@@ -9,7 +9,7 @@ namespace varnolix {
 
 namespace {
 
-/// Characters that a check allows.
+/// The characters that a check allows.
 class CharacterSet {
   public:
     constexpr explicit CharacterSet(std::string_view characters) {

@@ -4,16 +4,16 @@
 
 namespace varnolix {
 
-/// One reference collection of the catalogue.
+/// A reference collection that the user can choose.
 struct Collection {
     std::string_view menuText;
     std::string_view name;         ///< value of DBName
-    std::string_view reportLabel;  ///< behind "Matching motif database: "
+    std::string_view reportLabel;  ///< printed after "Matching motif database: "
     std::string_view file;         ///< relative to the working directory
-    std::string_view taxon;        ///< stored in every motif; empty where the file tells it
+    std::string_view taxon;        ///< stored in every motif; empty if the file gives it
 };
 
-/// In the order of the menu; the answer 14, "None", stands behind them.
+/// In the order of the menu, which ends with one more answer: 14, "None".
 inline constexpr Collection collections[] = {
     {"Jaspar 2016 (All)", "jasparAll", "Jaspar Core", "/databases/jaspar/jaspar_pfm_all.txt", ""},
     {"Jaspar 2016 (Fungi)", "jasparFungi", "Jaspar Fungi", "/databases/jaspar/jaspar_pfm_fungi.txt", "Fungi"},
@@ -38,7 +38,7 @@ inline constexpr Collection collections[] = {
      "/databases/uniprobe/uniprobe_yeast.txt", "Yeast (saccharomyces cerevisiae)"},
 };
 
-/// The collection of this name, or nullptr where none was chosen.
+/// The collection of this name, or nullptr if there is none, as when the user chose "None".
 constexpr const Collection* findCollection(std::string_view name) {
     for (const Collection& collection : collections) {
         if (collection.name == name) return &collection;

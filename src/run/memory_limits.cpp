@@ -17,16 +17,16 @@ namespace {
 
 constexpr std::size_t noLimit = std::numeric_limits<std::size_t>::max();
 
-/// Where the groups of one version are seen.
+/// Where the groups of one version are mounted.
 struct GroupMount {
-    std::string shownGroup;  ///< the group that the folder stands for: in a container often its own
+    std::string shownGroup;  ///< the group that the folder shows; in a container this is often its own group
     std::string folder;
 };
 
-/// A version of control groups: what it calls its type of file system, its controller, and its limit.
+/// A version of control groups, and what its file system, controller and limit file are called.
 struct GroupVersion {
     std::string_view fileSystem;
-    std::string_view controller;  ///< empty where all controllers share one tree
+    std::string_view controller;  ///< empty if all controllers share one tree
     const char* limitFile;
     const char* usualFolder;
 };
@@ -40,7 +40,7 @@ bool isInList(std::string_view list, std::string_view word) {
     return ("," + std::string(list) + ",").find("," + std::string(word) + ",") != std::string::npos;
 }
 
-/// Where the version is mounted, or its usual place where the table of mounts does not tell.
+/// Where the version is mounted; its usual folder if the table of mounts does not list it.
 GroupMount mountOf(const GroupVersion& version, const std::string& root) {
     std::ifstream table(root + "/proc/self/mountinfo");
     std::string line;
@@ -61,7 +61,7 @@ GroupMount mountOf(const GroupVersion& version, const std::string& root) {
     return {"/", version.usualFolder};
 }
 
-/// The group of the process, as a path from the outermost one; nothing where the version is not in use.
+/// The group of the process, as a path from the outermost one. Nothing if this version is not in use.
 std::optional<std::string> groupOf(const GroupVersion& version, const std::string& root) {
     std::ifstream table(root + "/proc/self/cgroup");
     std::string line;
@@ -78,7 +78,8 @@ std::optional<std::string> groupOf(const GroupVersion& version, const std::strin
     return std::nullopt;
 }
 
-/// The path below the group that the mount shows. A group beside it cannot be seen: only the shown one counts then.
+/// The path of `group` relative to the group that the mount shows. A group outside of that cannot be seen; the path is
+/// then empty, so that only the shown group counts.
 std::string belowShown(const std::string& group, std::string shown) {
     if (shown.ends_with('/')) shown.pop_back();
     const bool isBelow = group.starts_with(shown) && (group.size() == shown.size() || group[shown.size()] == '/');
@@ -88,7 +89,7 @@ std::string belowShown(const std::string& group, std::string shown) {
     return path;
 }
 
-/// A number of bytes. "max" and whatever else is no number mean no limit.
+/// The number of bytes in a limit file. "max", or anything else that is not a number, means no limit.
 std::size_t limitIn(const std::string& path) {
     std::ifstream file(path);
     std::string word;
@@ -110,12 +111,12 @@ std::size_t pages(long count) {
     return static_cast<std::size_t>(count) * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
-/// The limits on what lies in memory.
+/// The limit on resident memory.
 std::size_t residentLimit() {
     return std::min(pages(sysconf(_SC_PHYS_PAGES)), controlGroupLimit("").value_or(noLimit));
 }
 
-/// The limits on what is mapped.
+/// The limit on mapped memory.
 std::size_t mappedLimit() {
     return std::min(limitOf(RLIMIT_AS), limitOf(RLIMIT_DATA));
 }

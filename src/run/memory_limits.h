@@ -4,20 +4,21 @@
 #include <optional>
 #include <string>
 
-// How much memory this process may have: what the machine has, and what the limits on the process and on its control
-// groups leave of it.
+// How much memory this process may use, given the machine's memory and the limits on the process and its control
+// groups.
 
 namespace varnolix {
 
-/// The least limit on the memory of the control groups that the process is in, from its own up to the outermost one
-/// that can be seen, of both versions; nothing where there is none.
-/// @param root folder that stands for "/", without a slash at its end
+/// The lowest memory limit of the control groups (version 1 and 2) that contain the process, from its own group up to
+/// the outermost visible one. Nothing if there is no limit.
+/// @param root folder to use in place of "/", without a slash at its end
 std::optional<std::size_t> controlGroupLimit(const std::string& root);
 
-/// The least of the machine's memory, the limits on the process's memory, and those of its control groups.
+/// The smallest of: the machine's memory, the limits on the process, and the limits on its control groups.
 std::size_t memoryOfProcess();
 
-/// What is left of it: limits on addresses leave what is not mapped yet, the others what does not lie in memory yet.
+/// How much of that is still free. Limits on address space are compared with what the process has mapped, the others
+/// with what it has in memory.
 std::size_t memoryLeft();
 
 }  // namespace varnolix

@@ -12,9 +12,9 @@
 
 #include "run/run_text.h"
 
-// A stream cannot be told to leave links alone, so the file is opened before the stream, looked at, and the stream then
-// opens the very same file by its descriptor's name below /proc. Without /proc the stream opens the path, and the run
-// ends if that was changed for another file meanwhile. Tested by output_file_test.cpp.
+// A stream cannot be told not to follow links. So the file is first opened and checked by its descriptor, and the
+// stream then opens that same file under the descriptor's name in /proc. Without /proc the stream opens the path
+// itself, provided that it still names the same file. Tested by output_file_test.cpp.
 
 namespace varnolix {
 
@@ -29,7 +29,7 @@ bool isSameFile(const struct stat& one, const struct stat& other) {
     return one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
-/// Opens the stream on the file of the descriptor.
+/// Opens the stream on the file that the descriptor refers to.
 bool openOnDescriptor(std::ofstream& stream, int descriptor, const std::string& path, std::ios_base::openmode mode) {
     struct stat held {};
     if (fstat(descriptor, &held) != 0) return false;
@@ -52,7 +52,7 @@ void sayNotWritten(const std::string& path, const char* reason) {
 }
 
 bool tryOpenOutput(std::ofstream& stream, const std::string& path, std::ios_base::openmode mode) {
-    // Without O_TRUNC: nothing may happen to a file before it is known to be ours.
+    // No O_TRUNC: the file must not be changed before it has been checked.
     const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
                                   S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
     if (descriptor < 0) {
@@ -72,7 +72,7 @@ void openOutput(std::ofstream& stream, const std::string& path, std::ios_base::o
 
 void closeOutput(std::ofstream& stream, const std::string& path) {
     stream.close();
-    // What the system said was perhaps long ago, and other calls have followed.
+    // errno is of no use here: the write may have failed long ago, with other calls in between.
     if (!stream) endForOutput(path, "the disk may be full");
 }
 

@@ -3,33 +3,34 @@
 #include <fstream>
 #include <string>
 
-// The one way to open, close and check what the program writes: reports, pages, tables, scripts, listing, matrix files.
-// Whatever does not reach its file ends the run.
+// Opens, closes and checks every file that the program writes: reports, pages, tables, scripts, the listing, matrix
+// files. If anything does not reach its file, the run ends; only a listing that cannot be opened is skipped with a
+// message.
 
 namespace varnolix {
 
-/// Tells on standard error that the file was not written.
+/// Reports on standard error that the file was not written.
 void sayNotWritten(const std::string& path, const char* reason);
 
-/// Opens the stream on the path, a regular file or a new one. A symbolic link in the last part of the path is refused,
-/// as someone else may have put it there, and so is anything that is no file; a pipe does not make it wait.
-/// Returns whether it is open; if not, `errno` says why.
+/// Opens the stream on a regular file, which is created if necessary. Refuses a symbolic link in the last part of the
+/// path, as someone else may have put it there, and anything that is not a regular file. Does not block on pipes.
+/// Returns whether the stream is open; if not, `errno` says why.
 bool tryOpenOutput(std::ofstream& stream, const std::string& path, std::ios_base::openmode mode = std::ios_base::out);
 
-/// The same; ends the run with the message of an invalid output path where it cannot be opened.
+/// The same, but ends the run with the message about an invalid output path if the file cannot be opened.
 void openOutput(std::ofstream& stream, const std::string& path, std::ios_base::openmode mode = std::ios_base::out);
 
-/// Closes the stream; ends the run with the same message unless all that was written through it has reached the file.
-/// The end comes here, at once, since opening the stream again would clear its error.
+/// Closes the stream, and ends the run with the same message unless everything written to it has reached the file.
+/// This has to be checked on closing, because opening the stream again clears its error state.
 void closeOutput(std::ofstream& stream, const std::string& path);
 
-/// Ends the run if there is a symbolic link where an outside tool is about to write, or where a folder should be.
+/// Ends the run if the path is a symbolic link. For files that outside tools are about to write, and for folders.
 void refuseLink(const std::string& path);
 
-/// Ends the run unless all that was printed has reached standard output, which need not be a terminal.
+/// Ends the run unless everything printed so far has reached standard output, which may be a file or a pipe.
 void checkConsole();
 
-/// From here on a file at the limit of its size fails to be written, instead of ending the process by a signal.
+/// From now on, a write beyond the file size limit fails like any other write, instead of killing the process.
 void letFileSizeLimitFailWrites();
 
 }  // namespace varnolix

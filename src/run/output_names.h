@@ -4,17 +4,17 @@
 
 namespace varnolix {
 
-/// The result folder: the input path without its last seven characters (a folder name of six and its slash), then
-/// "result/". A path shorter than seven characters stays whole.
+/// The result folder: the input path without its last seven characters (a folder name of six characters and its slash),
+/// followed by "result/". A path of fewer than seven characters is kept whole.
 std::string resultFolder(const std::string& inputFolder);
 
-/// The number of a job, from 1000 to 9999, of a random number that is not negative.
+/// Turns a random number, which must not be negative, into the number of a job: 1000 to 9999.
 int jobNumber(int random);
 
-/// "J_", the date (year-month-day), "_", a number from 1000 to 9999, "_".
+/// Makes up the identity of a job: "J_", the date (year-month-day), "_", a number from 1000 to 9999, "_".
 std::string makeJobID();
 
-/// Puts jobID in front of every output name and outputPath in front of that for its location.
+/// Puts jobID in front of every output name, and sets its location to outputPath followed by that name.
 void nameOutputFiles();
 
 }  // namespace varnolix

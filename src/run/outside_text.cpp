@@ -4,7 +4,7 @@ namespace varnolix {
 
 namespace {
 
-/// A relative path that begins with "-" would be an option to the tool.
+/// A tool would take a relative path that begins with "-" for an option.
 bool looksLikeOption(std::string_view path) {
     return path.starts_with('-');
 }

@@ -3,17 +3,17 @@
 #include <string>
 #include <string_view>
 
-// Paths inside the command lines and scripts of the outside tools. Plain paths stand there bare, as users know the
-// commands; only those that the tool would take apart are quoted.
+// Paths in the command lines and scripts of the outside tools. Ordinary paths are written as they are, so that users
+// recognise the commands; only paths that a tool would misread are quoted.
 
 namespace varnolix {
 
-/// A word of a shell command: as it is if the shell takes it whole, else in single quotes. A path that begins with "-"
-/// gets "./" in front, so that no tool takes it for an option.
+/// The path as one word of a shell command, in single quotes if the shell would otherwise change it or take it apart. A
+/// path that begins with "-" gets "./" in front, so that no tool mistakes it for an option.
 std::string shellWord(const std::string& path);
 
-/// The path as the inside of a single-quoted string of PHP or R: backslashes and apostrophes get a backslash in front,
-/// a path that begins with "-" gets "./".
+/// The path as it is written inside a single-quoted string of PHP or R: backslashes and apostrophes are escaped by a
+/// backslash, and a path that begins with "-" gets "./" in front.
 std::string insideQuotes(std::string_view path);
 
 }  // namespace varnolix

@@ -17,8 +17,9 @@
 #include "run/output_names.h"
 #include "run/shared_records.h"
 
-// The dialogue. After a bad answer one line is printed, the error state of the console is cleared and the same read is
-// made again, without limit: at the end of the input this repeats for ever, so a file of answers must hold them all.
+// The dialogue. After an invalid answer it prints one line, clears the error state of the console and reads again, with
+// no limit on the number of attempts. At the end of the input this repeats for ever, so a file of answers has to be
+// complete.
 
 namespace varnolix {
 
@@ -29,7 +30,7 @@ constexpr int mostListed = 50;
 
 enum class Read { word, line };
 
-/// Prints the question and reads into `answer` until it is accepted. At the end of the input a word read leaves the
+/// Prints the question and reads into `answer` until it is accepted. Reading a word at the end of the input leaves the
 /// previous text in place.
 void ask(std::string_view question, Read read, std::string& answer, const std::function<bool(const std::string&)>& good,
          const char* badAnswer = invalidInput) {
@@ -54,7 +55,7 @@ std::optional<int> wholeNumber(const std::string& text, int least, int most) {
     return static_cast<int>(value);
 }
 
-/// Accepts digits and points whose whole part lies in the range, and stores the value.
+/// Accepts digits and points. Stores the whole part if it lies in the range.
 std::function<bool(const std::string&)> wholeNumberInto(int& value, int least, int most) {
     return [&value, least, most](const std::string& text) {
         const std::optional<int> number = wholeNumber(text, least, most);
@@ -122,7 +123,7 @@ void askFiles() {
     }
 }
 
-/// Sets DBName by the number in the menu, which must be written just so: "01" is refused.
+/// Sets DBName by its number in the menu, which has to be written exactly as shown there: "01" is refused.
 bool collectionIntoSetting(const std::string& text) {
     constexpr int none = static_cast<int>(std::size(collections)) + 1;
     const std::optional<int> number = wholeNumber(text, 1, none);
@@ -165,7 +166,7 @@ void runDialogue() {
     askCollection();
     askOutput();
     jobID = makeJobID();
-    // The folder just typed was only tested: results always go beside the input folder.
+    // The folder that the user typed is checked but not used: results always go next to the input folder.
     outputPath = resultFolder(inputPath);
     nameOutputFiles();
 }

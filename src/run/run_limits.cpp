@@ -14,9 +14,10 @@ namespace varnolix {
 
 namespace {
 
-/// Takes no memory.
+/// Allocates nothing, so it works when memory has run out.
 [[noreturn]] void endWithText(const char* text) noexcept {
-    // Only the main thread prints, and not while others work, so nobody holds the lock of the stream but us.
+    // This cannot deadlock: only the main thread prints, and never while others work, so no other thread
+    // holds the lock of the stream.
     std::fflush(stdout);
     [[maybe_unused]] const auto written = write(STDERR_FILENO, text, std::strlen(text));
     std::_Exit(EXIT_FAILURE);
@@ -26,7 +27,7 @@ namespace {
     endWithText("Error: not enough memory for this job.\n");
 }
 
-/// Containers refuse sizes that no memory could hold without asking for it.
+/// Also covers length_error: containers throw it for sizes that no memory could hold, without trying to allocate.
 [[noreturn]] void endUncaught() noexcept {
     if (const std::exception_ptr thrown = std::current_exception()) {
         try {

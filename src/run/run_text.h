@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Small texts of the run: numbers, dates, the working directory, and the one way to end a run early.
+// Small texts of the run: numbers, dates, the working directory, and the messages that end a run early.
 
 namespace varnolix {
 
@@ -12,7 +12,7 @@ std::string numberToString(double number);
 std::string getCurrDateTime();
 /// Local time as "%Y-%m-%d_%H-%M-%S".
 std::string getCurrDateTimeFormat();
-/// The working directory without a slash at its end; empty if it cannot be told.
+/// The working directory without a slash at its end; empty if it cannot be determined.
 std::string getCurrentDirectory();
 
 /// Prints the message to standard output and ends the process with exit status 1.

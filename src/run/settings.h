@@ -1,22 +1,22 @@
 #pragma once
 
-// What the answers of the dialogue ask for.
+// Questions about the answers of the dialogue.
 
 namespace varnolix {
 
-/// Text reports: format "Text" or "All".
+/// Whether text reports are written: format "Text" or "All".
 bool writesText();
-/// Pages: format "HTML" or "All", and "PDF", as PDF files are made of them.
+/// Whether pages are written: format "HTML" or "All", but also "PDF", as PDF files are made from pages.
 bool writesPages();
-/// PDF files: format "PDF" or "All".
+/// Whether PDF files are written: format "PDF" or "All".
 bool writesPDF();
 
-/// Matches within files too, and not only across files: type "All".
+/// Whether matches within files are reported as well as those across files: type "All".
 bool isTypeAll();
 
-/// The tree of all motifs.
+/// Whether the tree of all motifs is drawn.
 bool isLocalTreeDrawn();
-/// The tree across files.
+/// Whether the tree across files is drawn.
 bool isGlobalTreeDrawn();
 
 }  // namespace varnolix

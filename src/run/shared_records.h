@@ -11,30 +11,32 @@
 
 #include "run/scored_shift.h"
 
-// The records of the program and its globals, with their start values in shared_records.cpp. Stages read their settings
-// and input here and leave their results here; the algorithms below them take parameters and touch no global.
+// The record types of the program, and its globals, whose start values are in shared_records.cpp. Stages read their
+// settings and input from here and leave their results here. The algorithms that they call (recognising and parsing
+// blocks, scoring, ranking, merging, drawing) take parameters instead and can be tested without globals. Thin readers
+// and writers in between, which append a motif or print a report, do use them.
 
 namespace varnolix {
 
-/// One position of a motif: the values of A, C, G, T, in this order.
+/// One position of a motif: the values of A, C, G and T, in this order.
 using Column = std::array<double, 4>;
-/// Positions from first to last.
+/// The positions of a motif, from first to last.
 using Matrix = std::vector<Column>;
 
 enum class Direction : std::uint32_t { forward, backward };
 enum class MatchingFormat : std::uint32_t { originalMotif, reverseComplement };
-/// `yes` ("Y") where the motif of the outer loop is the one stored first.
+/// `yes` ("Y") if the motif of the outer loop is the one stored first.
 enum class PrimaryFlag : std::uint32_t { empty, yes };
 
 /// One input or reference motif.
 struct data {
-    int matrixID = 0;  ///< 1-based over all files of the run: Datasets[k].matrixID is k + 1
+    int matrixID = 0;  ///< 1-based, counted over all files of the run: Datasets[k].matrixID is k + 1
     std::string motifName;
     std::string taxon;    ///< reference motifs only
     std::string motifID;  ///< catalogue identifier, reference motifs only
     int datasetNum = 0;   ///< 1-based number of the input file; 1 for a reference collection
     int motifNum = 0;     ///< 1-based number in its file
-    Matrix matrix;        ///< frequencies: each position is divided by its sum when read
+    Matrix matrix;        ///< frequencies: readers divide each position by its sum (see readers.h for exceptions)
     Matrix revCompMatrix;
     std::string consensus;
     std::string revCompConsensus;
@@ -43,23 +45,23 @@ struct data {
 /// One input file.
 struct fileNameAndType {
     std::string fileName;  ///< as typed, relative to inputPath
-    int fileFormat = 0;    ///< as typed, 1 to 10; blocks are recognised by their shape, so nothing reads it
+    int fileFormat = 0;    ///< as typed, 1 to 10; unused, because blocks are recognised by their shape
     int motifCount = 0;
     int datasetNum = 0;
 };
 
-/// One cell of a column under sort.
+/// One cell of a column that is being sorted.
 struct tempArray {
     double value = 0;
     int baseIndex = 0;  ///< 0 to 3 for A, C, G, T
 };
 
-/// One scored alignment of a pair of motifs. A big run holds tens of millions of these, so there are no strings in it:
+/// One scored alignment of a pair of motifs. A big run holds tens of millions of these, so they contain no strings:
 /// names and dataset numbers are looked up by id (run/record_fields.h).
 struct dataCombinedScore {
     std::int32_t matrixID1;  ///< the motif stored first: the one that slides
     std::int32_t matrixID2;
-    std::uint32_t position : 30;  ///< 1-based offset; counted from the end of the fixed motif in a backward record
+    std::uint32_t position : 30;  ///< 1-based column of the fixed motif; backward records count it from the end
     Direction direction : 1;
     PrimaryFlag primaryFlag : 1;
     std::uint32_t overlap : 30;  ///< number of columns compared
@@ -70,10 +72,10 @@ struct dataCombinedScore {
 };
 static_assert(sizeof(dataCombinedScore) == 32);
 
-/// Alignments grouped by motif: element m - 1 belongs to the motif with matrixID m.
+/// Records grouped by motif: element m - 1 belongs to the motif with matrixID m.
 using RecordLists = std::vector<std::vector<dataCombinedScore>>;
 
-/// The bounds of one motif over the records that name it.
+/// The highest values of one motif, taken over the records that name it. The sort keys are measured against them.
 struct maxScores {
     int matrixID = 0;  ///< 0 until a record names the motif
     double maxScore = 0.0;
@@ -115,24 +117,24 @@ struct combinedMatrices {
     MatchingFormat matchingFormat2 = MatchingFormat::originalMotif;
     PrimaryFlag primaryFlag = PrimaryFlag::empty;
     Direction direction = Direction::forward;
-    int position = 0;
+    int position = 0;  ///< 1-based, as in dataCombinedScore
     int overlap = 0;
     double combinedScore = 0.0;
     Matrix matrix1;
     Matrix matrix2;
     Matrix combinedMatrix;
-    std::string mergedFlag;  ///< "Y" for a merged step, "N" for a member left out
+    std::string mergedFlag;  ///< "Y" for a merged step, "N" for a member that was left out
     std::string alignedMotif1;
     std::string alignedMotif2;
 };
 
-/// Pairs of so many motifs: the cells of one half of a table that is the same both ways, without its diagonal.
+/// Number of pairs of this many motifs: the cells of one half of a symmetric table, without the diagonal.
 constexpr std::size_t pairsOf(std::size_t motifs) {
     return motifs == 0 ? 0 : motifs * (motifs - 1) / 2;
 }
 
-/// The cell of two different motifs, told by their places from 0, in either order. Rows of the lower half, one after
-/// the other.
+/// The cell of two different motifs, given by their 0-based places in either order. The rows of the lower half follow
+/// one another.
 constexpr std::size_t pairCell(std::size_t motif, std::size_t other) {
     return pairsOf(std::max(motif, other)) + std::min(motif, other);
 }
@@ -140,22 +142,23 @@ constexpr std::size_t pairCell(std::size_t motif, std::size_t other) {
 /// The lowest combinedScore of every pair of motifs, for the tree.
 struct DistanceTable {
     std::vector<std::string> labels;   ///< motif names; the writer of the table adds letter and number
-    std::vector<double> lowestScores;  ///< by pairCell; infinity where a pair has no record
-    double unmatched = 0.0;            ///< stands where a pair has no record; above every score of the run
+    std::vector<double> lowestScores;  ///< one half of the table, see pairCell(); infinity for a pair without a record
+    double unmatched = 0.0;            ///< printed in place of infinity; above every score of the run
 };
 
-// --- counters and settings -------------------------------------------------------------------------------------------
-extern int dNum;         ///< number of the input file being read
-extern int mNum;         ///< number of the next motif in that file
-extern int matrixIDNum;  ///< id of the next motif of the run
-extern int overlap;      ///< least number of overlapping columns of an alignment
-extern double maxScore;  ///< score of perfect agreement of one cell
-extern int motifNameLength;
-extern std::size_t heldMotifs;     ///< input motifs whose alignments are held at a time; 0 for all of them
-extern double maxSumScoreCompare;  ///< largest combinedScore seen, for the start values of the distance tables
+// Counters and settings.
 
-// --- answers of the dialogue, as values and as typed
-// -------------------------------------------------------------------
+extern int dNum;                   ///< number of the input file being read
+extern int mNum;                   ///< number of the next motif in that file
+extern int matrixIDNum;            ///< id of the next motif of the run
+extern int overlap;                ///< minimum number of overlapping columns in an alignment
+extern double maxScore;            ///< score of a cell in which two motifs agree perfectly
+extern int motifNameLength;        ///< length of the longest name of an input motif
+extern std::size_t heldMotifs;     ///< input motifs whose alignments are held at a time; 0 for all of them
+extern double maxSumScoreCompare;  ///< largest combinedScore seen; DistanceTable::unmatched lies above it
+
+// Answers of the dialogue, as values and as typed.
+
 extern double simCutoff;
 extern int numFile, numTopMotif, numBestMatches, numThread, maxThreadsAvailable, inputFileFormatNum;
 extern std::string simCutoffInput, numFileInput, numTopMotifInput, numBestMatchesInput, numThreadInput;
@@ -165,15 +168,15 @@ extern std::string outputFileType;     ///< "Global-Only" or "All"
 extern std::string outputFileFormat;   ///< "Text", "HTML", "PDF" or "All"
 extern std::string motifCluster;       ///< "Y": draw the tree
 extern std::string combinedMotifFlag;  ///< "Y": merge similar motifs
-extern std::string jobID;              ///< stands in front of every output name
+extern std::string jobID;              ///< prefix of every output name
 
-// --- timing, in seconds
-// ------------------------------------------------------------------------------------------------
+// Timing, in seconds.
+
 extern double start, stop, wtime;
 
-// --- output names, full paths and streams; jobID goes in front of the names once it is known
-// ---------------------------- A stream is closed between its writers, but its notation (fixed or general) lives on
-// from one to the next.
+// Names, full paths and streams of the output files. jobID is put in front of the names once it is known. A stream is
+// closed between its writers, but its notation (fixed or general) carries over from one to the next.
+
 extern std::string outputFile, outputFileWithoutMotif, outputGlobalMatchingFile;
 extern std::string outputHTMLFile, outputHTMLGlobalMatchingFile;
 extern std::string outputDatabaseMatchingFile, outputDatabaseMatchingFileWithoutMotif, outputDatabaseMatchingHTMLFile;
@@ -198,18 +201,18 @@ extern std::ofstream myDatabaseMatchingGlobalMatchingFile, myDatabaseMatchingGlo
 extern std::ofstream myCombinedMatrixGlobalFile, myCombinedMatrixGlobalAndLocalFile, myCombinedMatrixBestMatchesFile;
 extern std::ofstream myPhylogeneticTreeFile, myPhylogeneticTreeGlobalMatchingFile;
 
-// --- single work records of the main thread
-// ------------------------------------------------------------------------------
-extern data Matrices;                  ///< the motif that a reader fills
-extern fileNameAndType InputFiles;     ///< the file that the dialogue asks about
-extern combinedMatrices mergedMatrix;  ///< the merging step under work; keeps its last contents between uses
+// Single work records. Only the main thread uses them.
 
-// --- lists
-// ---------------------------------------------------------------------------------------------------------------
-extern std::vector<fileNameAndType> FileNameType;  ///< dialogue
+extern data Matrices;                  ///< the motif that a reader is filling
+extern fileNameAndType InputFiles;     ///< the file that the dialogue is asking about
+extern combinedMatrices mergedMatrix;  ///< the current merging step; keeps its last contents between uses
+
+// Lists.
+
+extern std::vector<fileNameAndType> FileNameType;  ///< input files, as answered in the dialogue
 extern std::vector<data> Datasets;                 ///< input motifs, in reading order
 extern std::vector<data> DatabaseDatasets;         ///< motifs of the reference collection
-/// The matrices of the motifs as the text reports print them, each made when it is first printed.
+/// The matrices of the motifs as the text reports print them. Each is formatted when it is first needed.
 extern std::vector<std::string> DatasetsMatrixText, DatabaseDatasetsMatrixText;
 /// All records of the pairs that the scans met, kept as the alignments that they are made of.
 extern PairRecords DatasetsCombinedScoreLists;
@@ -220,13 +223,13 @@ extern std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingS
 extern RecordLists topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults;
 extern std::vector<std::vector<combinedMatrices>> mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching;
 extern std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
-/// The steps of the group under work.
+/// The steps of the group that is being merged.
 extern std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 extern DistanceTable distanceMatrix, distanceMatrixGlobal;
 
-// --- outside tools
-// -----------------------------------------------------------------------------------------------------------------------
+// Outside tools.
+
 struct RunningTools;
-extern RunningTools runningTools;  ///< the tools that run, for run/outside_tool and its signal handlers
+extern RunningTools runningTools;  ///< the tools that are running, for run/outside_tool and its signal handlers
 
 }  // namespace varnolix

@@ -1,7 +1,7 @@
 #pragma once
 
-// The stages that draw the trees and write their pages, in the order of the run. Each has a unit of its own name in
-// stages/.
+// The stages that draw the trees and write their pages, in the order of the run. Each has a source file of its own name
+// in stages/.
 
 namespace varnolix {
 
@@ -12,7 +12,7 @@ void writeHeaderPhylogeneticTreeHTMLOrPDF();
 
 /// Writes the distance table across files and has R draw its tree.
 void getMotifClusterGlobal();
-/// Appends this tree to its page; with one input file, a note instead.
+/// Appends this tree to its page, or a note instead if there is only one input file.
 void writePhylogeneticTreeGlobalHTMLOrPDF();
 /// Writes the distance table of all motifs and has R draw its tree.
 void getMotifCluster();

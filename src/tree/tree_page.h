@@ -2,14 +2,14 @@
 
 #include "report/report_file.h"
 
-// The pages that show the tree images.
+// The pages that show the tree images. Their header is that of the result pages, but their footer is shorter.
 
 namespace varnolix {
 
-/// The box with a tree's image, which lies beside the page.
+/// The box that shows a tree's image, a file in the folder of the page.
 std::string treeBox(const char* title, const char* image);
 
-/// The box that stands in for the tree across files where there is one motif file.
+/// The box that replaces the tree across files if there is only one motif file.
 std::string singleFileBox();
 
 /// Appends the box to the page.

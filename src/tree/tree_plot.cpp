@@ -37,7 +37,7 @@ void drawTree(DistanceTable& table, const TreeFiles& files) {
     const std::string tablePath = outputPath + files.table;
     const std::string scriptPath = outputPath + files.script;
     const std::string imagePath = outputPath + files.image;
-    // No signal leaves half a table or script.
+    // From here on, an interrupt waits until the table and the script are complete.
     ToolWork work({});
     std::ofstream stream;
     openOutput(stream, tablePath);
@@ -48,7 +48,7 @@ void drawTree(DistanceTable& table, const TreeFiles& files) {
     stream << plotScript(tablePath, imagePath);
     closeOutput(stream, scriptPath);
     refuseLink(imagePath);
-    // What R prints goes to the same console as our own text.
+    // R prints to the same console, so our own text has to come out first.
     std::cout << std::flush;
     work.run("Rscript " + shellWord(scriptPath), imagePath);
 }

@@ -4,13 +4,14 @@
 
 #include "run/shared_records.h"
 
-// A tree of the motifs: a distance table and a script for R, which clusters it and draws a fan tree.
+// The trees of the motifs. The program writes a distance table and a script, with which R clusters the motifs and draws
+// a fan tree.
 
 namespace varnolix {
 
-/// What the two trees differ by. The files lie in the result folder under these bare names.
+/// How the two trees differ. The files are in the result folder, under these names without the job's identity.
 struct TreeFiles {
-    char letter;  ///< in front of the labels
+    char letter;  ///< first character of the labels
     const char* table;
     const char* script;
     const char* image;
@@ -23,8 +24,9 @@ inline constexpr TreeFiles globalTree{'G', "Global_Matching_Distance_Matrix.csv"
 /// The script that draws the image from the table.
 std::string plotScript(const std::string& tablePath, const std::string& imagePath);
 
-/// Writes table and script and runs R on it; a failed R leaves no image and is not noticed. R gives up on fewer than
-/// ten motifs. Ends the run if a file cannot be written. The table is freed once it is written, as R needs the memory.
+/// Writes the table and the script and has R run it. If R fails there is no image, and the run goes on; R always fails
+/// for fewer than ten motifs. Ends the run if a file cannot be written. Frees the table once it is written, as R needs
+/// the memory.
 void drawTree(DistanceTable& table, const TreeFiles& files);
 
 }  // namespace varnolix

@@ -6,7 +6,7 @@
 namespace varnolix {
 
 void printFileNameTypeCount() {
-    // Titles longer than the column run over its edge: the column is just as wide as the longest name.
+    // The column is only as wide as the longest name, so a longer title runs over its edge.
     std::cout << "\nYour input files, types, and counts are:\n\n"
               << fileTable(FileNameType, "File Name", "Count of Motifs", longestFileName(FileNameType)) << '\n';
 }

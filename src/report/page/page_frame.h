@@ -2,17 +2,18 @@
 
 #include "report/report_file.h"
 
-// The frame of the pages: head, style, banner, input parameters and file table in front, time stamp, run time and
-// credits behind. All result pages and tree pages share it.
+// The frame of the pages. The header has the style, banner, input parameters and file table; all result pages and tree
+// pages share it. The footer has the time stamp, run time and credits; tree pages have one of their own
+// (tree/tree_page.h).
 
 namespace varnolix {
 
-/// The page of the motif-against-motif results has a style rule more than the others, and a blank in its files line.
-/// The tree pages follow it.
+/// The full result page and the tree pages have one more style rule than the others, and a blank in the title of the
+/// file table.
 enum class PageStyle { motifs, others };
 
 std::string pageHeader(const std::ios_base& stream, PageStyle style);
-/// The end of the last box, time stamp, run time and credits.
+/// Closes the last box; then follow the time stamp, run time and credits.
 std::string pageFooter(const std::ios_base& stream);
 
 /// Empties the page's file and writes the header.

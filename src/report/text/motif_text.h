@@ -6,18 +6,19 @@
 
 namespace varnolix {
 
-/// The rows of a matrix, one line per position, cells 12 wide with six decimals.
+/// The rows of a matrix: one line per position, in cells that are 12 wide with six decimals.
 std::string matrixRows(const Matrix& matrix);
 
-/// Both matrices of a motif with their consensus sequences.
+/// Both matrices of a motif, each with its consensus sequence.
 /// @param reverseTitle the line above the second matrix
 std::string matrixBlock(const data& motif, const char* reverseTitle = "Reverse complement motif");
 
-/// The same with the usual title, formatted once per motif and then kept.
-/// @param texts one per motif of the list, empty until first asked for
+/// The same with the usual title, but formatted only once per motif and then reused.
+/// @param motif an element of `motifs`
+/// @param texts one per motif, each empty until it is first needed
 const std::string& keptMatrixBlock(const std::vector<data>& motifs, const data& motif, std::vector<std::string>& texts);
 
-/// Both consensus sequences, a line each.
+/// Both consensus sequences, each on its own line.
 std::string consensusBlock(const data& motif);
 
 }  // namespace varnolix

@@ -7,24 +7,24 @@
 
 #include "run/shared_records.h"
 
-// Pieces of text that several reports share: padded columns, numbers, rules, the banner.
+// Pieces of text that several reports share: padded columns, numbers, rules, and the banner.
 
 namespace varnolix {
 
-/// Width of the rules of the text reports.
+/// Length of the rules (lines of stars or hyphens) in the text reports.
 inline constexpr std::size_t ruleWidth = 196;
 
-/// Appends the text and blanks up to the width; a longer text runs over.
+/// Appends the text, padded with blanks to the width. A longer text is not cut off.
 void appendPadded(std::string& line, std::string_view text, std::size_t width);
 
-/// Appends the number with six decimals. Not-a-number keeps its sign.
+/// Appends the number with six decimals. The sign of not-a-number is printed, too.
 void appendFixed(std::string& line, double number);
 
-/// The number as this stream prints it: with six decimals once a matrix has been written to it, else with six
-/// significant digits.
+/// The number in the notation of this stream: with six decimals once a matrix has been written to it, and with six
+/// significant digits before that.
 std::string numberLike(const std::ios_base& stream, double number);
 
-/// How the headers show an answer of "Y" or "N".
+/// The answer "Y" or "N" as the headers print it.
 inline const char* yesOrNo(const std::string& answer) {
     return answer == "Y" ? "Yes" : "No";
 }
@@ -32,10 +32,10 @@ inline const char* yesOrNo(const std::string& answer) {
 /// How the reports name the version, which CMakeLists.txt sets.
 std::string versionText();
 
-/// Product name and version, each on a line.
+/// Product name and version, each on its own line.
 std::string bannerText();
 
-/// Writes the text out and empties it once it has grown past a buffer's size.
+/// Writes the text to the stream and clears it, but only if it has grown beyond the size of a buffer.
 void flushWhenLarge(std::ostream& stream, std::string& text);
 
 }  // namespace varnolix
