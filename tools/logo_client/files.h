@@ -8,11 +8,11 @@
 #include <string_view>
 #include <utility>
 
-// What the parts of the client need of files, folders and the environment.
+// Helpers for files, folders and the environment, which all parts of the client use.
 
 namespace varnolix::logos {
 
-/// An open descriptor that closes itself; a negative number stands for none.
+/// Owns an open descriptor and closes it. A negative number stands for none.
 class Descriptor {
   public:
     explicit Descriptor(int number = -1) : number_(number) {}
@@ -33,25 +33,25 @@ class Descriptor {
     int number_;
 };
 
-/// Everything up to the end of the input; nothing at an error, a time-out of a socket among them.
+/// Reads everything up to the end of the input. Nothing after an error, such as the time-out of a socket.
 std::optional<std::string> readAll(int descriptor);
 
-/// Writes the content whole; false at an error.
+/// Writes the whole content. Returns false after an error.
 bool writeAll(int descriptor, std::string_view content);
 
-/// Whether the path is a real folder, not a link, that belongs to this user and that nobody else may enter.
+/// Whether the path is a real folder, not a link, which belongs to this user and which nobody else may enter.
 bool isPrivateFolder(const std::string& path);
 
-/// Whether both are the same file.
+/// Whether both describe the same file.
 bool isSameFile(const struct stat& one, const struct stat& other);
 
-/// A variable of the environment, or the other text where it is unset or empty.
+/// An environment variable, or the other text if it is unset or empty.
 std::string setting(const char* name, const std::string& otherwise = "");
 
-/// A variable of the environment that holds a whole number, or the other number where it holds anything else.
+/// An environment variable that contains a whole number, or the other number if it contains anything else.
 std::uint64_t numberSetting(const char* name, std::uint64_t otherwise);
 
-/// FNV-1a of 64 bits: any one changed byte changes it. For names and against damage, not against forgers.
+/// The 64-bit FNV-1a hash. Changing any single byte changes it. Used for names and to detect damage, not forgery.
 std::uint64_t contentHash(std::string_view content);
 
 /// Sixteen hexadecimal digits.

@@ -1,12 +1,13 @@
-// Draws one sequence logo: WebLogo with a shorter way to it.
+// Draws one sequence logo: a faster front end to WebLogo.
 //
-// The program calls this client once for every logo, with one of two option lists, the matrix on standard input and the
-// picture taken from standard output. A picture that was drawn before comes out of the store. Another one is drawn by a
-// worker that has WebLogo and ghostscript loaded. Whatever a worker cannot answer with a picture goes the plain way,
-// through WebLogo's own command; error texts and exit statuses are therefore always those of that command.
+// The program calls this client once for every logo, with one of two option lists. The matrix comes in on standard
+// input, and the picture goes out on standard output. A picture that was drawn before is taken from the store. Any
+// other one is drawn by a worker that has WebLogo and ghostscript already loaded. If the worker cannot produce a
+// picture, the client runs WebLogo's own command instead, so error texts and exit statuses are always those of that
+// command.
 //
-// A call is over in a millisecond if its picture is kept, so everything here is sparing: no streams, no locale, no
-// shared library. tools/README.md lists the environment variables.
+// A call whose picture is stored takes a millisecond, and anything slow to start would show. That is why there are no
+// streams, no locale and no shared libraries here. tools/README.md lists the environment variables.
 
 #include <unistd.h>
 
@@ -27,7 +28,7 @@ namespace {
 
 constexpr int headerAloneStatus = 2;
 
-/// Gives the picture to the caller; the exit status.
+/// Writes the picture to standard output. Returns the exit status.
 int deliver(const std::string& picture) {
     if (writeAll(STDOUT_FILENO, picture)) return 0;
     std::perror("weblogo: cannot write the picture");
@@ -38,7 +39,7 @@ int deliver(const std::string& picture) {
 int drawLogo(const std::vector<std::string>& options, const std::string& matrix) {
     const ToolFiles files = installedTools();
     const std::string tools = toolState(files);
-    // Where the tools are not known, it is not known either whether a kept picture is theirs.
+    // If the state of the tools is unknown, nobody can tell whether a stored picture is still right.
     const std::optional<PictureStore> store = tools.empty() ? std::nullopt : openStore();
     const std::string key = pictureKey(tools, drawingEnvironment(), options, matrix);
     if (store)
@@ -46,7 +47,7 @@ int drawLogo(const std::vector<std::string>& options, const std::string& matrix)
     const std::optional<std::string> picture = drawnByWorker(tools, options, matrix);
     if (!picture) return runWeblogo(options, matrix);
     const int status = deliver(*picture);
-    // Tools that were replaced meanwhile may have drawn it, the new as well as the old ones.
+    // If the tools were replaced in the meantime, the old or the new ones may have drawn it. Then it is not stored.
     if (store && toolState(files) == tools) keepPicture(*store, key, *picture);
     return status;
 }

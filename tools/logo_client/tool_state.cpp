@@ -15,7 +15,7 @@ namespace varnolix::logos {
 
 namespace {
 
-/// One line on a file or folder as it is now.
+/// One line that describes the current state of a file or folder.
 std::string stateLine(const std::string& path, const struct stat& status) {
     std::string line = path;
     for (const auto number :
@@ -27,7 +27,7 @@ std::string stateLine(const std::string& path, const struct stat& status) {
     return line + "\n";
 }
 
-/// Paths of the regular files in a folder, in the order of their names.
+/// The paths of everything in a folder that is not hidden, sorted by name.
 std::vector<std::string> filesIn(const std::string& folder) {
     std::vector<std::string> paths;
     const std::unique_ptr<DIR, int (*)(DIR*)> listing(opendir(folder.c_str()), closedir);
@@ -46,10 +46,10 @@ ToolFiles installedTools() {
         {"/usr/bin/gs", "/usr/bin/weblogo", "/usr/bin/python3", "/usr/lib/python3/dist-packages/weblogo"},
         {"/usr/lib/python3/dist-packages/numpy/version.py", "/usr/share/ghostscript", libraries + "/libgs.so.9",
          libraries + "/libgs.so.10", libraries + "/libjpeg.so.62", libraries + "/libfreetype.so.6",
-         // Ghostscript takes the faces that it is asked for, where they are installed, else its own.
+         // Ghostscript uses the fonts it is asked for if they are installed, and its own otherwise.
          "/usr/share/fonts", "/usr/share/fonts/type1", "/usr/share/fonts/type1/urw-base35", "/usr/share/fonts/opentype",
          "/usr/share/fonts/truetype", "/usr/local/share/fonts", "/var/cache/fontconfig"}};
-    // A WebLogo or NumPy that was installed by hand comes before Debian's.
+    // A WebLogo or NumPy that was installed by hand takes precedence over Debian's.
     std::array<char, PATH_MAX> name{};
     const ssize_t length = readlink("/usr/bin/python3", name.data(), name.size());
     if (length > 0) {

@@ -3,22 +3,22 @@
 #include <string>
 #include <vector>
 
-// Which WebLogo and ghostscript are installed, told from their files without starting either.
+// Finds out which WebLogo and ghostscript are installed, from their files and without starting either.
 
 namespace varnolix::logos {
 
-/// Files and folders that tell which tools are installed.
+/// Files and folders that show which tools are installed.
 struct ToolFiles {
-    std::vector<std::string> needed;  ///< nothing is drawn without them; of folders the files in them count too
-    std::vector<std::string> others;  ///< count as absent where they are absent
+    std::vector<std::string> needed;  ///< drawing needs them; for a folder, the files in it count, too
+    std::vector<std::string> others;  ///< may be missing, which is part of the state
 };
 
-/// Those of this machine.
+/// The files and folders on this machine.
 ToolFiles installedTools();
 
-/// A short text that changes whenever one of them is replaced, changed, added or removed; empty where a needed one is
-/// missing. Places, sizes, inodes and times are looked at. Among them is the time of the last change of the inode,
-/// which no package and no user can set back, so a state that is over never returns.
+/// A short text that changes whenever one of these is replaced, changed, added or removed. Empty if a needed one is
+/// missing. It is made from paths, sizes, inodes and times. One of these is the time when the inode last changed.
+/// Neither packages nor users can set that back, so a past state never returns.
 std::string toolState(const ToolFiles& files);
 
 }  // namespace varnolix::logos

@@ -15,7 +15,7 @@ namespace {
 
 constexpr unsigned plainSeconds = 600;
 
-/// The words between the blanks of a line.
+/// The words of a line, which are separated by blanks.
 std::vector<std::string> wordsOf(std::string_view line) {
     constexpr std::string_view blanks = " \t\v\f";
     std::vector<std::string> words;
@@ -31,8 +31,8 @@ std::vector<std::string> wordsOf(std::string_view line) {
 }  // namespace
 
 const std::vector<std::string>& drawingEnvironment() {
-    // Without its two options version 10 of ghostscript draws stray thin lines across logos with weak columns. The
-    // launcher in tools/weblogo-3.4 sets the same where this client is not built.
+    // Without these two options, version 10 of ghostscript draws stray thin lines across logos with weak columns. The
+    // launcher in tools/weblogo-3.4, used where this client is not built, sets the same ones.
     static const std::vector<std::string> environment = {
         "PATH=/usr/bin:/bin",
         "LC_ALL=C.UTF-8",

@@ -4,29 +4,29 @@
 #include <string_view>
 #include <vector>
 
-// WebLogo's own command: which calls of it have a shorter way, and the plain way for all others.
+// WebLogo's own command: which of its calls a worker can answer, and how to run it for all others.
 
 namespace varnolix::logos {
 
-/// The environment of everything that draws, one "NAME=value" each. Worker and plain way share it, so that no setting
-/// of the caller makes their pictures differ.
+/// The environment for everything that draws, as "NAME=value" entries. Workers and WebLogo's own command share it, so
+/// that no setting of the caller can make their pictures differ.
 const std::vector<std::string>& drawingEnvironment();
 
-/// Whether the options are those of one of the program's two calls.
+/// Whether the options are those of one of the two calls that the program makes.
 bool isProgramCall(const std::vector<std::string>& options);
 
-/// Whether the matrix has its header line and no row. WebLogo takes such a text for a sequence and draws the letters of
-/// the header.
+/// Whether the matrix has a header line but no rows. WebLogo would take such a text for a sequence and draw the letters
+/// of the header.
 bool isHeaderAlone(std::string_view matrix);
 
-/// Zero-terminated pointers to the words, for exec and its kin.
+/// Pointers to the words, with a null pointer at the end, as the exec functions expect them.
 std::vector<char*> pointersTo(const std::vector<std::string>& words);
 
-/// Becomes WebLogo's own command, with the standard input as it is. Returns only where that cannot be started: an exit
-/// status, after a message on standard error.
+/// Replaces this process with WebLogo's own command, which inherits standard input. Returns only if that cannot be
+/// started: prints a message to standard error and returns the exit status.
 int runWeblogo(const std::vector<std::string>& options);
 
-/// The same with the matrix on standard input, and a limit to the time that it takes.
+/// The same with this matrix on standard input, and with a time limit.
 int runWeblogo(const std::vector<std::string>& options, std::string_view matrix);
 
 }  // namespace varnolix::logos

@@ -25,16 +25,16 @@ namespace varnolix::logos {
 
 namespace {
 
-constexpr std::size_t longestMatrix = 65536;  // bytes; longer ones would keep the worker from others
-constexpr int startSeconds = 30;              // for a new worker to say that it listens
-constexpr int queueSeconds = 120;             // for a slot to come free
+constexpr std::size_t longestMatrix = 65536;  // bytes; a longer one would block the worker for too long
+constexpr int startSeconds = 30;              // for a new worker to report that it is listening
+constexpr int queueSeconds = 120;             // for a slot to become free
 constexpr std::uint64_t answerSeconds = 10;   // for each step of an exchange with a worker
 constexpr const char* idleSeconds = "20";
 constexpr const char* python = "/usr/bin/python3";
-// A worker makes its socket under a name with its process number behind it.
+// A worker first creates its socket with its process number appended to the name.
 constexpr std::size_t longestAddress = sizeof(sockaddr_un::sun_path) - sizeof(".4194304");
 
-/// The worker's source, beside this program; empty where it cannot be told.
+/// The worker's source, in the folder of this program. Empty if that cannot be determined.
 std::string workerSource() {
     std::array<char, PATH_MAX> name{};
     const ssize_t length = readlink("/proc/self/exe", name.data(), name.size());
@@ -43,7 +43,7 @@ std::string workerSource() {
     return self.substr(0, self.rfind('/') + 1) + "weblogo_worker.py";
 }
 
-/// The user's runtime folder, else one of our own; empty where neither can be had.
+/// The user's runtime folder, or else one that we create. Empty if neither is possible.
 std::string privateFolder() {
     std::string runtime = setting("XDG_RUNTIME_DIR");
     if (isPrivateFolder(runtime)) return runtime;
@@ -59,42 +59,42 @@ unsigned slotCount() {
     return static_cast<unsigned>(std::max<std::uint64_t>(1, numberSetting("VARNOLIX_LOGO_WORKERS", count)));
 }
 
-/// The places of the workers that belong together.
+/// The paths that a set of workers uses.
 struct Pool {
-    std::string worker;  ///< source
-    std::string stem;    ///< of all paths of the pool
+    std::string worker;  ///< the worker's source
+    std::string stem;    ///< first part of the paths of all locks and sockets
 
     std::string lock(unsigned slot) const { return stem + std::to_string(slot) + ".lock"; }
     std::string address(unsigned slot) const { return stem + std::to_string(slot) + ".socket"; }
 };
 
-/// A slot that is ours as long as the lock is open.
+/// A slot that belongs to us as long as the lock is open.
 struct Slot {
     unsigned number;
     Descriptor lock;
 };
 
-/// Locks a file, made where it is missing; without a wait where it is not to be had at once, unless `isPatient`.
+/// Locks a file, which is created if necessary. Waits for the lock only if `isPatient`.
 Descriptor lockedFile(const std::string& path, bool isPatient) {
     while (true) {
         Descriptor file(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
         if (!file.isOpen() || flock(file.number(), isPatient ? LOCK_EX : LOCK_EX | LOCK_NB) != 0) return Descriptor();
-        // The one before us may have removed the file: its lock is then worth nothing.
+        // The previous owner may have removed the file in the meantime. Then our lock is worthless, so try again.
         struct stat ours {
         }, there{};
         if (fstat(file.number(), &ours) == 0 && stat(path.c_str(), &there) == 0 && isSameFile(ours, there)) return file;
     }
 }
 
-/// Lets a signal end a system call at a time from now; zero takes it back.
+/// Lets a signal interrupt a system call after so many seconds. 0 cancels that.
 void interruptIn(int seconds) {
     struct sigaction action {};
-    action.sa_handler = [](int) {};  // and no SA_RESTART
+    action.sa_handler = [](int) {};  // without SA_RESTART, so that calls do end
     sigaction(SIGALRM, &action, nullptr);
     alarm(static_cast<unsigned>(seconds));
 }
 
-/// A free slot, else the turn in the queue of one; nothing where there is none within the time.
+/// Takes a free slot, or else waits for one of them. Nothing if it does not become free in time.
 std::optional<Slot> takeSlot(const Pool& pool) {
     const unsigned count = slotCount();
     for (unsigned slot = 0; slot < count; ++slot)
@@ -114,7 +114,7 @@ void limitSteps(int socket, std::uint64_t seconds) {
     setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
 }
 
-/// Starts a worker and waits until it listens; says whether it does.
+/// Starts a worker and waits until it listens. Returns whether it does.
 bool startWorker(const std::string& worker, const std::string& address) {
     std::array<int, 2> ends{};
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends.data()) != 0) return false;
@@ -133,7 +133,7 @@ bool startWorker(const std::string& worker, const std::string& address) {
     return recv(ours.number(), &word, 1, 0) == 1 && word == '!';
 }
 
-/// A connection to a worker that listens.
+/// A connection to the worker at this address; not open if none is listening.
 Descriptor connectedTo(const std::string& address) {
     Descriptor connection(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
     limitSteps(connection.number(), numberSetting("VARNOLIX_LOGO_ANSWER", answerSeconds));
@@ -156,13 +156,13 @@ bool sendAll(int connection, std::string_view content) {
     return shutdown(connection, SHUT_WR) == 0;
 }
 
-/// Sends the request and returns the answer; nothing where the worker does not take or give it in time.
+/// Sends the request and returns the answer. Nothing if either step fails or takes too long.
 std::optional<std::string> exchange(int connection, std::string_view request) {
     if (!sendAll(connection, request)) return std::nullopt;
     return readAll(connection);
 }
 
-/// The picture of an answer. It follows its length, so that half a picture is never taken.
+/// The picture in an answer. The answer begins with its length, so that an incomplete picture is recognised.
 std::optional<std::string> pictureOf(const std::string& answer) {
     const std::size_t end = answer.find('\n');
     if (end == std::string::npos) return std::nullopt;
@@ -171,7 +171,7 @@ std::optional<std::string> pictureOf(const std::string& answer) {
     return picture;
 }
 
-/// Ends a worker that no longer answers, so that there are never more of them than slots.
+/// Kills a worker that no longer answers, so that there are never more workers than slots.
 void endWorker(int connection, const std::string& address) {
     ucred worker{};
     socklen_t size = sizeof worker;
@@ -180,14 +180,14 @@ void endWorker(int connection, const std::string& address) {
     unlink(address.c_str());
 }
 
-/// The answer of the slot's worker; nothing without one.
+/// The answer of the slot's worker, which is started if necessary. Nothing if there is no answer.
 std::optional<std::string> answerOf(const Pool& pool, const Slot& slot, std::string_view request) {
     const std::string address = pool.address(slot.number);
     Descriptor connection = connectedTo(address);
     if (!connection.isOpen()) {
         if (startWorker(pool.worker, address)) connection = connectedTo(address);
         if (!connection.isOpen()) {
-            unlink(pool.lock(slot.number).c_str());  // no worker will
+            unlink(pool.lock(slot.number).c_str());  // no worker is there to do it
             return std::nullopt;
         }
     }
@@ -203,7 +203,7 @@ std::optional<std::string> drawnByWorker(const std::string& tools, const std::ve
     if (setting("VARNOLIX_LOGO_WORKER") == "no" || matrix.size() > longestMatrix) return std::nullopt;
     const std::string worker = workerSource();
     const std::string folder = privateFolder();
-    // One set of workers for each state of their source and of the tools that they have loaded.
+    // The workers have loaded certain versions of the tools, so every state of tools and source gets its own set.
     const std::string state = toolState({{worker}, {}});
     if (state.empty() || folder.empty()) return std::nullopt;
     const Pool pool{worker, folder + "/varnolix-logo-" + hexadecimal(contentHash(state + tools)) + "-"};
