@@ -6,7 +6,7 @@
 
 namespace varnolix::bench {
 
-/// Seconds on the wall and of the processors, over all threads.
+/// Wall-clock seconds, and processor seconds summed over all threads.
 struct Spent {
     double seconds = 0;
     double processorSeconds = 0;
@@ -18,7 +18,7 @@ inline double clockSeconds(clockid_t clock) {
     return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
 }
 
-/// Adds what the run takes. Returns its seconds on the wall.
+/// Adds the time that the run takes. Returns its wall-clock seconds.
 template <class Run>
 double addTime(Spent& spent, Run run) {
     const double start = clockSeconds(CLOCK_MONOTONIC);
@@ -30,10 +30,11 @@ double addTime(Spent& spent, Run run) {
     return seconds;
 }
 
-/// Runs the program's way and the plain form in turn over the same work, so that both meet the machine in the same
-/// state. The time of the benchmark is that of the program's way. Counters: ns/item and plain_ns/item in processor
-/// time, which other work on the machine disturbs least; cpu_ratio of the two; ratio of the times on the wall.
-/// @param itemsPerRun what one run of either handles
+/// Runs the program's code and the plain form alternately on the same work, so that the state of the machine is the
+/// same for both. The reported time is that of the program's code. Counters: ns/item and plain_ns/item in processor
+/// time, which other work on the machine disturbs least; cpu_ratio, the ratio of these two; ratio, that of the
+/// wall-clock times.
+/// @param itemsPerRun how many items one run of either handles
 template <class Run, class PlainRun>
 void againstPlainForm(benchmark::State& state, double itemsPerRun, Run run, PlainRun plainRun) {
     Spent own;

@@ -10,8 +10,8 @@
 #include "scan/pair_scan.h"
 #include "scan/score_bounds.h"
 
-// Bounds and sort keys of the records of 1,000 motifs. The argument is the number of threads; the plain form has one
-// and finds the bounds of a motif by its id in a map.
+// Bounds and sort keys for the records of 1,000 motifs. The argument is the number of threads. The plain form uses one
+// thread, and looks up the bounds of a motif in a map.
 
 namespace {
 
@@ -60,7 +60,7 @@ bool isSame(const RecordLists& left, const RecordLists& right) {
     return true;
 }
 
-/// The items are records.
+/// An item is a record.
 void boundsAndKeys(benchmark::State& state) {
     static const std::vector<data> motifs = bench::motifsOfCounts(bench::countMatrices(motifCount));
     static RecordLists lists = recordsOf(motifs);

@@ -7,7 +7,7 @@
 
 #include "motif_source.h"
 
-// make_motifs COUNT FILE...: writes this many motifs, in equal shares, to the files.
+// make_motifs COUNT FILE...: writes COUNT motifs, divided equally among the files.
 
 int main(int argumentCount, char** arguments) {
     const std::vector<std::string> words(arguments + 1, arguments + argumentCount);

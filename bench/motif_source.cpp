@@ -40,7 +40,7 @@ class MotifSource {
 
     bool chance(double probability) { return std::bernoulli_distribution(probability)(random_); }
 
-    /// Sharp, mixed and flat columns; the shape of the gamma distribution decides.
+    /// Sharp, mixed and flat columns, depending on the shape of the gamma distribution.
     Matrix probabilities(std::size_t length) {
         Matrix result(length);
         for (Column& column : result) {
@@ -52,7 +52,7 @@ class MotifSource {
         return result;
     }
 
-    /// A piece of the ancestor with other columns at its ends, on either strand.
+    /// A part of the ancestor after some random columns, on either strand.
     Matrix relative(const Matrix& ancestor) {
         const std::size_t cut = uniform(0, std::min(mostShift, ancestor.size() - leastLength));
         const std::size_t added = uniform(0, std::min(mostShift, mostLength - ancestor.size()));
@@ -65,7 +65,7 @@ class MotifSource {
         return result;
     }
 
-    /// Bases drawn at a small number of sites.
+    /// Counts of bases drawn at a small number of sites.
     Matrix counted(const Matrix& source) {
         const std::size_t sites = uniform(8, 60);
         Matrix result;

@@ -9,7 +9,7 @@
 #include "motif_source.h"
 #include "plain/plain_scan.h"
 
-// The pair kernel, one thread, against the plain form.
+// The pair kernel in one thread, compared with the plain form.
 
 namespace {
 
@@ -23,7 +23,7 @@ const std::vector<data>& motifs() {
     return result;
 }
 
-/// Left motifs 0, stride, 2 stride, ... against all later motifs. Returns the number of pairs.
+/// Scores the left motifs 0, stride, 2 * stride, ... against all later motifs. Returns the number of pairs.
 std::size_t runKernel(std::size_t stride, KernelCode code, std::size_t& keptCount) {
     static const KernelMotifs prepared(motifs());
     static const CutoffTable table(cutoff);
@@ -84,7 +84,7 @@ void plainFormSomePairs(benchmark::State& state) {
 }
 BENCHMARK(plainFormSomePairs)->Unit(benchmark::kMillisecond);
 
-/// The items are pairs.
+/// An item is a pair.
 void kernelAgainstPlainForm(benchmark::State& state) {
     constexpr std::size_t stride = 40;
     std::size_t kept = 0;

@@ -10,8 +10,8 @@
 #include "rank/comparison.h"
 #include "rank/record_source.h"
 
-// The best matches of motifs from their records: the walk that sorts no further than it goes, against a stable sort
-// of whole records. 40 motifs with their records among 2,000; the argument is the number of best matches.
+// Finding the best matches of motifs: the walk that sorts only as far as it goes, compared with a stable sort of whole
+// records. Uses the records of 40 out of 2,000 motifs. The argument is the number of best matches.
 
 namespace {
 
@@ -28,7 +28,7 @@ std::uint32_t partnerOf(const dataCombinedScore& record) {
 
 std::vector<Records> recordsOfSomeMotifs() {
     const std::vector<data> motifs = bench::motifsOfCounts(bench::countMatrices(motifCount));
-    // Only some motifs are listed, so none of their pairs is worth keeping.
+    // Only some motifs are listed, so keeping pairs for later motifs would not pay.
     const RecordSource source = remadeInputRecords(motifs, cutoff, 1);
     RecordScratch scratch;
     std::vector<Records> lists;
@@ -57,7 +57,7 @@ bool isSame(const dataCombinedScore& left, const dataCombinedScore& right) {
            left.direction == right.direction && left.combinedScore == right.combinedScore;
 }
 
-/// The items are records.
+/// An item is a record.
 void bestMatches(benchmark::State& state) {
     static const std::vector<Records> lists = recordsOfSomeMotifs();
     const auto most = static_cast<std::size_t>(state.range(0));

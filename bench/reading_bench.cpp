@@ -13,8 +13,8 @@
 #include "run/shared_records.h"
 #include "scratch_folder.h"
 
-// Reading a file in the Jaspar layout, from the disk's cache, with all forms derived from each motif. The argument is
-// the size of the file in megabytes. The plain form reads with getline and string streams, and knows this layout only.
+// Reading a file in the Jaspar layout, which is in the disk cache, and deriving all fields of each motif. The argument
+// is the size of the file in megabytes. The plain form uses getline and string streams, and can read only this layout.
 
 namespace {
 
@@ -22,7 +22,7 @@ using namespace varnolix;
 
 constexpr double megabyte = 1e6;
 
-/// The motifs of 2,000 counts again and again until the file is as large as asked.
+/// Writes the same 2,000 motifs repeatedly until the file has the required size.
 void writeFile(const std::string& path, double bytes) {
     std::ostringstream text;
     bench::writeJaspar(text, bench::countMatrices(2000), 1);
@@ -67,7 +67,7 @@ bool isSame(const data& left, const data& right) {
            left.revCompMatrix == right.revCompMatrix && left.consensus == right.consensus;
 }
 
-/// The items are bytes.
+/// An item is a byte.
 void reading(benchmark::State& state) {
     const bench::ScratchFolder folder;
     const std::string path = folder.file("motifs.txt");

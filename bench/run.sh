@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Whole runs of the program on generated motifs, through the dialogue, each in a job folder of its own.
+# Runs the whole program on generated motifs, through the dialogue, with a separate job folder for each run.
 #
-#   bench/run.sh [SIZE...]   runs of so many motifs (100 500 1000 2000 5000), time by stage, both ways to rank, and
-#                            whether thread counts agree
-#   bench/run.sh --big       one run of 10,000 motifs
+#   bench/run.sh [SIZE...]   runs with SIZE motifs (default: 100 500 1000 2000 5000), times by stage, both ways to rank,
+#                            and a check that the number of threads does not change the reports
+#   bench/run.sh --big       one run with 10,000 motifs
 #
-# THREADS (all processors) is the number of threads, BENCH_BUILD (build/bench) the build folder. The motifs lie in two
-# files; every run asks for 10 best matches and text reports.
+# THREADS is the number of threads (default: all processors), BENCH_BUILD the build folder (default: build/bench). The
+# motifs are in two files. Every run asks for 10 best matches and text reports.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -29,7 +29,7 @@ buildPrograms() {
     fi
 }
 
-# job FOLDER MOTIFS CUTOFF TYPE THREADS: a job folder with its motifs and answers.
+# job FOLDER MOTIFS CUTOFF TYPE THREADS: makes a job folder with motifs and answers.
 job() {
     mkdir -p "$1/motifs" "$1/result"
     "$build/bench/make_motifs" "$2" "$1/motifs/first.txt" "$1/motifs/second.txt"
@@ -37,7 +37,7 @@ job() {
         >"$1/answers.txt"
 }
 
-# inJob FOLDER PROGRAM [WORD]: runs a program on the answers of the job, as long as it may take. More threads than
+# inJob FOLDER PROGRAM [WORD]: runs a program on the answers of the job, without a time limit. More threads than
 # processors are allowed.
 inJob() {
     local folder=$1
@@ -61,7 +61,7 @@ row() {
     echo "|$cells"
 }
 
-# header NAME...: the head of a table in Markdown.
+# header NAME...: the column titles of a Markdown table.
 header() {
     row "$@"
     row "${@//*/---}"
@@ -95,7 +95,8 @@ runTable() {
     done
 }
 
-# stages FOLDER [WAY]: the figures of stage_times, by name, in the array figures; processor seconds in processorFigures.
+# stages FOLDER [WAY]: puts the seconds of stage_times into the array figures, and the processor seconds into
+# processorFigures, both by name.
 stages() {
     declare -gA figures=() processorFigures=()
     local folder=$1 name first second
@@ -125,7 +126,8 @@ stageTable() {
     done
 }
 
-# wayTable CUTOFF TYPE SIZE: scan and ranking against the bare kernel, records held and remade, one thread and two.
+# wayTable CUTOFF TYPE SIZE: scan and ranking compared with the bare kernel, with records held and remade, for one and
+# two threads.
 wayTable() {
     local cutoff=$1 type=$2 size=$3 way count seconds oneThread
     local toBare='scan and ranking / bare kernel' toKeeping='scan and ranking / kernel, alignments kept'
@@ -149,7 +151,7 @@ wayTable() {
     done
 }
 
-# The reports by their names without job number, and without the two lines that tell when a run was and how long.
+# The contents of all reports. Leaves out the job number in their names, and the lines with the date and the run time.
 maskedResults() {
     local report
     for report in "$1"/result/*; do

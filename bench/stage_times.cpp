@@ -17,10 +17,10 @@
 #include "scan/pair_scan.h"
 #include "scan/stages.h"
 
-// stage_times [held|remade]: takes the answers of the dialogue, runs the stages between input motifs as the program
-// does (text reports, no tree, no merging, no collection) and prints what each took to standard error, one line of
-// name, seconds and processor seconds each. `held` keeps all records, `remade` makes them motif by motif; without a
-// word the program's own estimate decides.
+// stage_times [held|remade]: reads the answers of the dialogue and runs the stages between input motifs as the program
+// does (text reports, no tree, no merging, no collection). For each stage it prints a line to standard error: name,
+// seconds and processor seconds. `held` keeps all records, `remade` makes them motif by motif. Without an argument the
+// program's own estimate decides.
 
 namespace {
 
@@ -64,7 +64,7 @@ Spent timed(std::string_view name, const std::function<void()>& stage) {
     return spent;
 }
 
-/// Scores all pairs and keeps nothing. Returns the number of alignments that a run keeps.
+/// Scores all pairs but keeps nothing. Returns the number of alignments that a run would keep.
 std::size_t bareKernel() {
     const PairScan scan(Datasets, Datasets, simCutoff);
     std::size_t kept = 0;
@@ -82,7 +82,7 @@ std::size_t bareKernel() {
     return kept;
 }
 
-/// The ranking on its own; the program ranks and reports in one stage.
+/// The ranking alone. The program ranks and reports in one stage.
 void rankOnly() {
     const RecordSource records = DatasetsCombinedScoreLists.empty()
                                      ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
@@ -116,7 +116,7 @@ int main(int argumentCount, char** arguments) {
     const std::string way = argumentCount > 1 ? arguments[1] : "";
     runDialogue();
     timed("reading", [] { readInput(FileNameType); });
-    // Before the stages and behind them, as the machine may be busier at one time than at another.
+    // Timed both before and after the stages, as the load of the machine may change.
     std::size_t kept = 0;
     Spent kernel = timed("bare kernel", [&] { kept = bareKernel(); });
     bool isHeld = false;

@@ -36,7 +36,8 @@ void checkAnswerChecks(std::string_view text) {
     require(checkNucleotide(text) == hasOnly(text, "-ACGT"), "nucleotide: its letters only");
 }
 
-/// The one word that a shell makes of a text of bare characters and single quotes; nothing where it makes more of it.
+/// The word that a shell reads from a text of plain characters and single quotes. Nothing if it would read anything
+/// else.
 std::optional<std::string> wordOfShell(std::string_view text) {
     constexpr std::string_view special = " \t\n|&;<>()$`\"*?[]#~{}!\\";
     std::string word;
@@ -57,7 +58,7 @@ std::optional<std::string> wordOfShell(std::string_view text) {
     return word;
 }
 
-/// What PHP and R read between single quotes; nothing where the text would end them.
+/// What PHP and R read from a text in single quotes. Nothing if the text would end the quotes.
 std::optional<std::string> unquoted(std::string_view text) {
     std::string content;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -68,7 +69,7 @@ std::optional<std::string> unquoted(std::string_view text) {
     return content;
 }
 
-/// The content of the only cell of a table with commas; nothing where the text is more than one cell.
+/// The content of a single cell of comma-separated values. Nothing if the text is more than one cell.
 std::optional<std::string> onlyCell(std::string_view text) {
     if (text.empty() || text[0] != '"') {
         const bool single = text.find_first_of(",\n\r") == std::string_view::npos;
@@ -85,7 +86,7 @@ std::optional<std::string> onlyCell(std::string_view text) {
     return std::nullopt;
 }
 
-/// What a browser shows of a text; nothing where it would see markup.
+/// The text that a browser shows. Nothing if it would find markup.
 std::optional<std::string> shownText(std::string_view text) {
     constexpr std::pair<std::string_view, char> entities[] = {
         {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&#39;", '\''}};
@@ -106,7 +107,7 @@ std::optional<std::string> shownText(std::string_view text) {
 }
 
 void checkCarriedTexts(const std::string& text) {
-    // A relative path that begins with "-" is carried as one that no tool takes for an option.
+    // A relative path that begins with "-" gets a prefix, so that no tool takes it for an option.
     const std::string path = text.starts_with('-') ? "./" + text : text;
     require(text.empty() || wordOfShell(shellWord(text)) == path, "a shell takes the word as the path");
     require(unquoted(insideQuotes(text)) == path, "a script reads the text as the path");
@@ -123,7 +124,7 @@ void checkResultFolder(const std::string& text) {
     require(text.starts_with(kept), "the result folder stands beside the input folder");
 }
 
-/// The answers of the input, then good ones for every question, over and over. Ends a dialogue that asks for too long.
+/// The answers of the input, followed by valid ones for every question, repeated. Aborts a dialogue that never ends.
 class Answers : public std::streambuf {
   public:
     explicit Answers(std::string text) : text_(std::move(text)) { setg(text_.data(), text_.data(), end()); }
@@ -145,13 +146,13 @@ class Answers : public std::streambuf {
     int rounds_ = 0;
 };
 
-/// Takes every text and keeps none.
+/// Discards all output.
 class Silence : public std::streambuf {
     int_type overflow(int_type c) override { return traits_type::not_eof(c); }
     std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
 };
 
-/// The console set to given answers and to silence while it lives.
+/// Makes the console read the given answers and discard all output during its lifetime.
 class QuietConsole {
   public:
     explicit QuietConsole(std::string text)
@@ -204,7 +205,7 @@ void checkSettings() {
     require(outputFileLocation == outputPath + jobID + "Results.txt", "names begin with the job");
 }
 
-/// The names that a dialogue puts the job in front of, as they were at the start.
+/// Restores the output names, to which a dialogue adds the job as a prefix, to their start values.
 class NamesKept {
   public:
     ~NamesKept() {

@@ -14,7 +14,7 @@ namespace varnolix::fuzz {
 
 namespace {
 
-/// A file in memory that opens under a path.
+/// A file in memory that can be opened by a path.
 class MemoryFile {
   public:
     explicit MemoryFile(std::string_view text) : number_(memfd_create("motifs", 0)) {
@@ -48,7 +48,7 @@ std::size_t countRows(const Block& rows, Test test) {
     return static_cast<std::size_t>(std::count_if(rows.begin(), rows.end(), test));
 }
 
-/// Values in the A row of a Jaspar block: what is left of its tokens without all but digits, points and blanks.
+/// The number of values in a row of a Jaspar block: its tokens that contain a digit or a point.
 std::size_t jasparValues(const Row& row) {
     return static_cast<std::size_t>(std::count_if(row.begin(), row.end(), [](std::string_view token) {
         return std::any_of(token.begin(), token.end(),

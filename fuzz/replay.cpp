@@ -10,10 +10,10 @@
 
 #include "fuzz/targets.h"
 
-// Runs stored inputs through the fuzz targets, each once and with any compiler, so that what fuzzing found stays found.
+// Runs stored inputs through the fuzz targets, once each and with any compiler, so that fixed faults stay fixed.
 //   fuzz_replay CORPUS        the folder CORPUS/<target> of every target
 //   fuzz_replay TARGET FILE   one file
-// A broken promise ends the process by abort(); the last line names the file.
+// A violated promise ends the process with abort(). The last line printed names the file.
 
 namespace {
 

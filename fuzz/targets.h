@@ -2,22 +2,22 @@
 
 #include <string_view>
 
-// The fuzz targets: each takes any text and ends the process by abort() where the program breaks a promise. A target
-// states the promise by a plain second way of finding the same thing, not by what the program gave once.
+// The fuzz targets. Each takes any text, and ends the process with abort() if the program breaks a promise. To check a
+// promise, a target finds out the same thing in a second, plain way; it does not compare with earlier output.
 
 namespace varnolix::fuzz {
 
-/// Recognition of blocks: decisions over the facts gathered row by row equal those over whole blocks.
+/// Recognising blocks: decisions from facts gathered row by row must equal decisions from whole blocks.
 void blockShapeTarget(std::string_view text);
-/// Reading a motif file: motifs, their numbers and their lengths are those that the blocks tell.
+/// Reading a motif file: the motifs, their numbers and their lengths must match the blocks.
 void readersTarget(std::string_view text);
-/// Both layouts of collection files: motifs, their numbers and their lengths.
+/// Reading both layouts of collection files: the motifs, their numbers and their lengths.
 void collectionsTarget(std::string_view text);
-/// Answers of the dialogue, and the texts that carry them into commands, scripts, tables and pages.
+/// The answers of the dialogue, and how they are written into commands, scripts, tables and pages.
 void answersTarget(std::string_view text);
 
 struct Target {
-    const char* name;  ///< also the folder of its stored inputs
+    const char* name;  ///< also the name of the folder with its stored inputs
     void (*run)(std::string_view text);
 };
 
@@ -28,7 +28,7 @@ inline constexpr Target targets[] = {
     {"answers", answersTarget},
 };
 
-/// Ends the process with the text of the promise if it does not hold.
+/// If the promise does not hold, prints its text and ends the process.
 void require(bool holds, const char* promise);
 
 }  // namespace varnolix::fuzz
