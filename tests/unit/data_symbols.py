@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """Compares the mutable data of the static library with a list kept beside the tests.
 
-All state of the program stands in run/shared_records. A global variable added anywhere else, or a static one inside a
-function, would be state that no test puts back to its start value, so it has to be added to the list by hand.
+All state of the program is in run/shared_records. A global variable anywhere else, or a static one inside a function,
+would be state that no test resets to its start value, so it has to be added to the list by hand.
 
 Usage: data_symbols.py LIBRARY LIST
 """
@@ -16,7 +16,7 @@ WRITABLE = re.compile(r"^\.(data|bss|tdata|tbss)\b(?!\.rel\.ro)|^\*COM\*$")
 
 
 def mutable_symbols(library):
-    """The product's symbols in writable sections, each behind its object file."""
+    """The program's symbols in writable sections, each after the name of its object file."""
     output = subprocess.run(["objdump", "--syms", "--demangle", library],
                             check=True, capture_output=True, text=True, timeout=120).stdout
     symbols = set()

@@ -46,7 +46,7 @@ TEST(RevCompMotif, ColumnWithoutValueAboveZeroSwapsTheFirstPair) {
 }
 
 TEST(RevCompMotif, TwiceNeedNotGiveTheInputBack) {
-    // A and C tie: A decides first, then T is not reached before C.
+    // A and C are equal. A decides at first; in the result, C comes before the equal T.
     const Matrix once = getRevCompMotif({{0.4, 0.4, 0.2, 0.0}});
     EXPECT_EQ(once, (Matrix{{0.0, 0.4, 0.2, 0.4}}));
     EXPECT_EQ(getRevCompMotif(once), (Matrix{{0.0, 0.2, 0.4, 0.4}}));

@@ -140,7 +140,7 @@ TEST(Frequencies, SumOfZeroGivesNoNumbers) {
 }
 
 TEST(Frequencies, AddsInTheOrderOfTheBases) {
-    // 1 + 2^-53 rounds to 1 each time when the small values come behind; the other order gives 1 + 2^-52.
+    // 1 + 2^-53 rounds to 1 each time if the small values come last; the other order would give 1 + 2^-52.
     const double tiny = 0x1p-53;
     EXPECT_EQ(frequencies({1, tiny, tiny, 0})[0], 1.0);
     EXPECT_EQ(frequencies({0, tiny, tiny, 1})[3], 1.0 / (1.0 + 0x1p-52));
@@ -193,7 +193,7 @@ TEST_F(AppendMotifTest, FillsTheDerivedForms) {
     const data& motif = Datasets.at(0);
     EXPECT_EQ(motif.consensus, "AH");
     EXPECT_EQ(motif.revCompMatrix, (Matrix{{0.2, 0.3, 0.2, 0.3}, {0.0, 0.2, 0.1, 0.7}}));
-    EXPECT_EQ(motif.revCompConsensus, "BT");  // C and T hold 0.3, and of A and G the latter counts as larger
+    EXPECT_EQ(motif.revCompConsensus, "BT");  // C and T have 0.3; of the equal A and G, G counts as larger
     EXPECT_EQ(motif.taxon, "");
     EXPECT_EQ(motif.motifID, "");
 }

@@ -31,7 +31,7 @@ TEST_F(ReadMatrixVInputTest, RowsOfOtherLengthAreSkipped) {
 }
 
 TEST_F(ReadMatrixVInputTest, RowsOfFourWordsCountZero) {
-    // Only the count of tokens is tested here; the block's shape was judged before.
+    // The reader only checks the number of tokens; the shape of the block was checked before.
     EXPECT_EQ(matrixOfVerticalRows(blockOf({"1 x y z"})), (Matrix{{1, 0, 0, 0}}));
 }
 

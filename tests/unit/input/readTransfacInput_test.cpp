@@ -46,7 +46,7 @@ TEST_F(ReadTransfacInputTest, WholeAndDecimalCountsMix) {
 }
 
 TEST_F(ReadTransfacInputTest, FirstLineMayBeAPositionToo) {
-    // It has two tokens where the block was recognised by its shape, so only a direct call can show it.
+    // In a block recognised by its shape this line has two tokens, so only a direct call can show this.
     EXPECT_EQ(matrixOfTransfacLines(blockOf({"01 1 0 0 0", "02 0 1 0 0"})).size(), 2U);
 }
 

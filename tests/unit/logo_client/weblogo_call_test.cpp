@@ -7,7 +7,7 @@
 namespace varnolix::logos {
 namespace {
 
-/// The options of a command as a shell passes them on: no word of these commands is quoted but the names of the bases.
+/// The options of a command as a shell passes them on. In these commands only the names of the bases are quoted.
 std::vector<std::string> optionsOf(const std::string& command) {
     std::vector<std::string> options;
     std::size_t start = command.find(' ');

@@ -8,7 +8,8 @@
 #include "merge/alignTwoMatrices.h"
 #include "merge/combinedTwoMatrices.h"
 
-// Placing, merging and drawing follow one rule; each row of its tables, in both directions and with both flags.
+// Placing, merging and drawing follow the same rules. The cases cover every rule, in both directions and with both
+// flags.
 
 namespace varnolix {
 namespace {
@@ -18,7 +19,7 @@ constexpr Direction backward = Direction::backward;
 constexpr PrimaryFlag flagY = PrimaryFlag::yes;
 constexpr PrimaryFlag noFlag = PrimaryFlag::empty;
 
-/// A matrix whose column k holds factor * (k + 1) under A.
+/// A matrix whose column k has factor * (k + 1) in its A cell.
 Matrix counted(int length, double factor) {
     Matrix matrix;
     for (int column = 1; column <= length; ++column) matrix.push_back({factor * column, 0, 0, 0});
@@ -28,8 +29,8 @@ Matrix counted(int length, double factor) {
 struct Case {
     const char* name;
     PairAlignment alignment;
-    std::vector<double> merged;  ///< of 1, 2, 3 ... and 10, 20, 30 ...
-    const char* lines;           ///< of A A A ... and C C C ...
+    std::vector<double> merged;  ///< from 1, 2, 3 ... and 10, 20, 30 ...
+    const char* lines;           ///< from AAA... and CCC...
 };
 
 const Case cases[] = {
@@ -63,7 +64,7 @@ const Case cases[] = {
      {5, 6, noFlag, backward, 2, 4},
      {10, 20, 15.5, 21, 26.5, 32, 5},
      "--AAAAA_CCCCCC-"},
-    // The overlap is not what length and position of the first matrix tell: both lines grow by 6 + 2.
+    // The overlap does not follow from the length and position of the first matrix: both lines grow by 6 + 2.
     {"second longer, no flag, odd overlap, forward",
      {5, 6, noFlag, forward, 3, 4},
      {1, 2, 6.5, 12, 17.5, 40, 50},

@@ -12,7 +12,7 @@ namespace {
 
 using Records = std::vector<dataCombinedScore>;
 
-/// A record told by its partner and its score.
+/// A record described by its partner and its score.
 struct Match {
     int partner;
     double score;
@@ -42,7 +42,7 @@ std::vector<Match> matchesOf(const Records& records) {
 std::vector<SortKey> keysOf(const Records& records) {
     std::vector<SortKey> keys;
     for (const dataCombinedScore& record : records) {
-        // All of one partner, so that the places in the list decide between equal scores.
+        // All have the same partner, so their places in the list decide between equal scores.
         keys.emplace_back(record.combinedScore,
                           RecordPlace{Direction::forward, 0, Sliding::left, static_cast<std::uint32_t>(keys.size())});
     }
@@ -90,7 +90,7 @@ TEST(BestMatches, OneMatchKeepsOneRecordAndTwoOfTheFirstMotif) {
 }
 
 TEST(BestMatches, OneMatchOfTheFirstMotifLooksPastItsPartner) {
-    // Records of the partner already kept are skipped until another partner comes.
+    // Records of a partner that is already kept are skipped until another partner appears.
     EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}, {2, 0.3}, {3, 0.4}, {4, 0.5}}, inputRule(1, true)),
               (Matches{{2, 0.1}, {3, 0.4}}));
     EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}}, inputRule(1, true)), (Matches{{2, 0.1}}));
@@ -101,7 +101,7 @@ TEST(BestMatches, AgainstACollectionOneMatchKeepsTwo) {
 }
 
 TEST(BestMatches, AgainstACollectionTheTestFollowsSkippedRecordsToo) {
-    // The second record is skipped, and the count of 1 ends the walk before the third is looked at.
+    // The second record is skipped, and with a count of 1 the walk ends before the third.
     EXPECT_EQ(select(Matches{{2, 0.1}, {2, 0.2}, {3, 0.3}}, collectionRule(1)), (Matches{{2, 0.1}}));
     EXPECT_EQ(select(Matches{{2, 0.1}}, collectionRule(1)), (Matches{{2, 0.1}}));
 }
@@ -112,7 +112,7 @@ TEST(BestMatches, AgainstACollectionLargerCountsAreKept) {
     EXPECT_EQ(select(fiveRecords, collectionRule(50)).size(), 4U);
 }
 
-/// Sorted whole, then reduced record by record.
+/// Sorts the whole list, then reduces it record by record.
 Records plainSelection(Records records, int most, int countAtFirst, bool testsAfterFirst) {
     std::stable_sort(records.begin(), records.end(), comparison);
     Records kept;
@@ -142,7 +142,7 @@ TEST(BestMatches, RandomListsAgreeWithSortingThemWhole) {
         const int partners = 1 + static_cast<int>(engine() % 60);
         for (Match& match : matches) {
             match.partner = 1 + static_cast<int>(engine() % static_cast<unsigned>(partners));
-            match.score = static_cast<double>(engine() % 40) * 0.25;  // many ties
+            match.score = static_cast<double>(engine() % 40) * 0.25;  // many equal scores
         }
         const Records records = recordsOf(matches);
         for (const int most : {1, 2, 10, 50}) {

@@ -14,7 +14,7 @@ class CollectionRankingTest : public testing::RunTest {
         }
     }
 
-    /// A record of the input motif 1 with a reference motif; the input motif is the first of a primary one.
+    /// A record of input motif 1 and a reference motif. In a primary record, the input motif is stored first.
     static dataCombinedScore record(int reference, PrimaryFlag flag, double combinedScore) {
         dataCombinedScore made{};
         const bool isFirst = flag == PrimaryFlag::yes;

@@ -29,7 +29,7 @@ class GetResultsListTest : public testing::FolderTest {
         outputFileFormat = "Text";
         motifCluster = "N";
         combinedMotifFlag = "N";
-        // 1 and 2 of the first file alike, 3 of the second like them, 4 like none.
+        // Motifs 1 and 2 of the first file and 3 of the second are alike; motif 4 matches none of them.
         Datasets = {testing::motifOfText(1, "AACCA", 1), testing::motifOfText(2, "AACCA", 1),
                     testing::motifOfText(3, "AACCA", 2), testing::motifOfText(4, "GTGTGT", 2)};
     }
@@ -65,7 +65,7 @@ using Groups = std::vector<std::vector<int>>;
 
 TEST_F(GetResultsListTest, TopGroupsAreThoseOfTheRankingAcrossFiles) {
     scanAndRank();
-    // All sums are 0; motif 4 has no match and takes no place.
+    // All sums are 0. Motif 4 has no match, so it does not count as a top motif.
     EXPECT_EQ(partners(topGlobalMatchingResults), (Groups{{1, 3}, {2, 3}}));
     EXPECT_EQ(globalMatchingScoreResultList.size(), 4U);
     EXPECT_EQ(commonBestScoreResultList.size(), 4U);
@@ -120,7 +120,7 @@ TEST_F(GetResultsListTest, TypeAndFormatChooseTheReports) {
     }
 }
 
-/// The headings of a report in their order.
+/// The headings of a report, in order.
 std::vector<std::string> headings(const std::string& text) {
     std::vector<std::string> found;
     std::istringstream lines(text);
@@ -186,7 +186,7 @@ TEST_F(GetResultsListTest, NoRecordsLeaveHeadingsOnly) {
 TEST_F(GetResultsListTest, FirstScoreOfEachReportIsGeneral) {
     Datasets = {testing::motifOfText(1, "AACCA", 1), testing::motifOfText(2, "AACC", 2)};
     scanAndRank();
-    // Every record of the pair has the motif's own best score and overlap: 0, first as "0", later as "0.000000".
+    // Every record has the best score and overlap of its motif, so all scores are 0: first "0", later "0.000000".
     const std::string text = read("Results.txt");
     const std::string general = "4              0              \n";
     EXPECT_THAT(text, HasSubstr(general));

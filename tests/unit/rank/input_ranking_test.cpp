@@ -20,7 +20,7 @@ dataCombinedScore record(int first, int second, double score) {
     return made;
 }
 
-/// Partner ids of a list.
+/// The ids of the partners in a list.
 std::vector<int> partners(const std::vector<dataCombinedScore>& list) {
     std::vector<int> ids;
     for (const dataCombinedScore& each : list) ids.push_back(each.matrixID2);
@@ -31,7 +31,7 @@ using Ids = std::vector<int>;
 
 class InputRankingTest : public testing::RunTest {
   protected:
-    // Motifs 1 and 2 of the first file, 3 and 4 of the second.
+    // Motifs 1 and 2 are in the first file, 3 and 4 in the second.
     InputRankingTest() {
         for (int id = 1; id <= 4; ++id) motifs.push_back(testing::motifOfText(id, "ACGT", id <= 2 ? 1 : 2));
         lists = {{record(1, 2, 0.5), record(1, 3, 0.25), record(1, 4, 0.75), record(1, 2, 0.125)},

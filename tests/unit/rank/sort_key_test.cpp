@@ -18,9 +18,9 @@ TEST(SortKey, LowerScoreStandsFirst) {
 }
 
 TEST(SortKey, EqualScoresAreOrderedAsTheScansListThem) {
-    // Forward records of all partners, then backward ones; of a partner those in which the motif itself slides, then
-    // the others; ascending offsets. Alignments are numbered by shift, and offsets fall with the shift where the
-    // partner slides forward or the motif backward.
+    // The forward records of all partners come first, then the backward ones. For each partner, the records in which
+    // the motif itself slides come first, then the others, each in order of ascending offsets. Alignments are numbered
+    // by shift. Where the partner slides forward, or the motif slides backward, offsets decrease as the shift grows.
     const std::vector<SortKey> inOrder = {
         keyAt(Direction::forward, 2, Sliding::left, 10),   keyAt(Direction::forward, 2, Sliding::left, 11),
         keyAt(Direction::forward, 2, Sliding::right, 11),  keyAt(Direction::forward, 2, Sliding::right, 10),

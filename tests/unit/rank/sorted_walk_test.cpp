@@ -9,14 +9,14 @@
 #include <random>
 #include <string>
 
-// Equal keys keep their places, so the walk has to agree with a stable sort place by place and not only key by key.
+// Equal keys keep their order, so the walk has to agree with a stable sort in the places of the keys, too.
 
 namespace varnolix {
 namespace {
 
 using Keys = std::vector<double>;
 
-/// The places of the keys in ascending order, equal keys as they stand.
+/// The places of the keys in ascending order. Equal keys keep their order.
 std::vector<std::uint32_t> sortedPlaces(const Keys& keys) {
     std::vector<std::uint32_t> places(keys.size());
     std::iota(places.begin(), places.end(), 0U);
@@ -50,7 +50,7 @@ void expectSorted(const Keys& keys, const std::string& name) {
     EXPECT_TRUE(walkedPlaces(keys) == sortedPlaces(keys)) << name << ", " << keys.size() << " keys";
 }
 
-/// `count` keys by their places.
+/// `count` keys, each made from its place.
 Keys made(std::size_t count, const std::function<double(std::size_t)>& keyAt) {
     Keys keys;
     for (std::size_t place = 0; place < count; ++place) keys.push_back(keyAt(place));
@@ -102,7 +102,7 @@ TEST(SortedWalk, RandomListsComeAsSorted) {
 
 TEST(SortedWalk, LongListComesAsSorted) {
     std::mt19937_64 engine(5);
-    // As scores are spread: whole and half columns, and small differences of score.
+    // Distributed like real scores: whole and half columns plus small differences.
     expectSorted(made(300'000,
                       [&](std::size_t) {
                           return static_cast<double>(engine() % 12) * 0.5 +
@@ -112,7 +112,7 @@ TEST(SortedWalk, LongListComesAsSorted) {
 }
 
 TEST(SortedWalk, SamplesThatMisleadChangeNothing) {
-    // The sample takes the keys at multiples of 8: once the lowest ones of the list, once the highest.
+    // The sample takes every eighth key. In one list these are the lowest keys, in the other the highest.
     for (const bool isLow : {true, false}) {
         expectSorted(made(1024,
                           [&](std::size_t place) {

@@ -20,7 +20,7 @@ void expectAll(Check check, std::initializer_list<Case> cases) {
     for (const Case& each : cases) EXPECT_EQ(check(each.text), each.passes) << "'" << each.text << "'";
 }
 
-/// Tries every character as the whole text.
+/// Tries every character as a text of length one.
 void expectOnlyCharacters(Check check, std::string_view allowed) {
     for (int code = 0; code < 256; ++code) {
         const std::string text(1, static_cast<char>(code));

@@ -53,7 +53,7 @@ TEST(JobID, HoldsDateAndNumber) {
 }
 
 TEST(JobID, NumberFollowsTheSecond) {
-    // Equal seconds give equal numbers: of three calls two neighbours fall into the same second.
+    // Calls within the same second give the same number. Of three calls, at least two neighbours share a second.
     const std::string first = makeJobID();
     const std::string second = makeJobID();
     const std::string third = makeJobID();
@@ -61,7 +61,7 @@ TEST(JobID, NumberFollowsTheSecond) {
 }
 
 TEST(JobID, NumberIsDerivedFromTheRandomOne) {
-    // makeJobID sets the seed, so the same seed gives the number once more; a new second may fall between the two.
+    // makeJobID() sets the seed, so the same seed gives the same number. A new second may begin between the two.
     const auto wanted = [] {
         std::srand(static_cast<unsigned>(std::time(nullptr)));
         return std::to_string(jobNumber(std::rand()));

@@ -8,7 +8,7 @@
 namespace varnolix {
 namespace {
 
-/// What the globals hold when the process starts, before any test changes them.
+/// The values of the globals when the process starts, before any test changes them.
 struct StartValues {
     std::vector<int> ones;
     int overlapColumns = 0;

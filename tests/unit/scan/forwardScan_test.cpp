@@ -6,7 +6,7 @@
 #include "support/listed_records.h"
 #include "support/run_fixture.h"
 
-// Records of single pairs, written out by hand.
+// The records of single pairs, worked out by hand.
 
 namespace varnolix {
 namespace {
@@ -83,11 +83,11 @@ TEST_F(ScanTest, DropsScoreBelowCutoff) {
 }
 
 TEST_F(ScanTest, LongerMotifAlongTheShorterOne) {
-    // i of six columns, j of four. First region: i slides along j, one offset. Second: j slides along i, three offsets;
-    // the reverse complement of CCCC is GGGG.
+    // i has six columns, j has four. In the first region i slides along j and has one offset. In the second, j slides
+    // along i and has three offsets. The reverse complement of CCCC is GGGG.
     scanBoth({motifOfText(1, "AACCCC"), motifOfText(2, "CCCC")}, 0.9);
-    // Forward, first region, offset 0 faces AACC and CCCC: 0.75, below the cutoff. The reverse complement GGGGTT of i
-    // faces the reverse complement GGGG of j in full.
+    // Forward, first region, offset 0: AACC against CCCC scores 0.75, below the cutoff. But GGGGTT, the reverse
+    // complement of i, agrees fully with GGGG, the reverse complement of j.
     EXPECT_EQ(recordsOf(1)[0], (WalkedRecord{1, 2, "Forward", "Y", 1, 4, 1.0, reversed, reversed}));
     EXPECT_EQ(recordsOf(1)[1], (WalkedRecord{1, 2, "Backward", "Y", 1, 4, 1.0, original, original}));
     EXPECT_EQ(recordsOf(1).size(), 2U);
@@ -98,8 +98,8 @@ TEST_F(ScanTest, LongerMotifAlongTheShorterOne) {
 }
 
 TEST_F(ScanTest, FormatsOfSecondRegionAreCrossed) {
-    // Both records say that the reverse complement of motif 2 was compared, as second motif of the label; in the record
-    // that stores motif 2 first it stands behind the wrong one.
+    // Both records give "reverse complement" as the second format, because motif 2 is the second motif of the label. In
+    // the record that stores motif 2 first, this is then the format of the wrong motif.
     data second = motifOfText(2, "CCCC");
     second.revCompMatrix = Matrix(4, Column{1, 0, 0, 0});
     data first = motifOfText(1, "AAAA");
@@ -110,8 +110,8 @@ TEST_F(ScanTest, FormatsOfSecondRegionAreCrossed) {
 }
 
 TEST_F(ScanTest, BackwardPositionCountsFromTheEnd) {
-    // i = AAAA within j = CCAAAACCC: forward offset 2, three columns before the end. The second region of four columns
-    // has offset 0 only.
+    // i = AAAA lies within j = CCAAAACCC, at forward offset 2 and three columns before the end. The second region, with
+    // four columns, has only offset 0.
     scanBoth({motifOfText(1, "AAAA"), motifOfText(2, "CCAAAACCC")}, 0.9);
     EXPECT_EQ(recordsOf(1), (std::vector<WalkedRecord>{{1, 2, "Forward", "Y", 3, 4, 1.0, original, original},
                                                        {1, 2, "Forward", "Y", 4, 4, 1.0, reversed, reversed},
@@ -167,7 +167,7 @@ TEST_F(ScanTest, ColumnsThatAreNoNumbersDropTheirAlignments) {
     Matrix gap(5, Column{1, 0, 0, 0});
     gap[4] = {nan, nan, nan, nan};
     scanForward({motifOfText(1, "AAAAA"), motifOfMatrix(2, gap)}, 0.5);
-    // First region: offset 0 faces the gap. Offset 1 too. Second region: offset 1 leaves it out.
+    // In the first region, offsets 0 and 1 both face the gap. In the second region, offset 1 leaves it out.
     EXPECT_TRUE(recordsOf(1).empty());
     ASSERT_EQ(recordsOf(2).size(), 1U);
     EXPECT_EQ(recordsOf(2)[0].position, 2);

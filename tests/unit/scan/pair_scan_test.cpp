@@ -14,7 +14,8 @@
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
-// Both scans against the walk of the regions: same records, same order, same bits, for any number of threads.
+// Both scans must give the records of the plain walk over the regions: in the same order, with the same bits, for any
+// number of threads.
 
 namespace varnolix {
 namespace {
@@ -128,7 +129,7 @@ TEST_F(PairScanTest, ScansAgainstChosenMotifsOnly) {
     }
 }
 
-/// What tells alignments apart.
+/// The fields that identify an alignment.
 std::vector<std::tuple<std::uint32_t, int, double, Orientation, Walks>> told(std::span<const ScoredShift> shifts) {
     std::vector<std::tuple<std::uint32_t, int, double, Orientation, Walks>> result;
     for (const ScoredShift& kept : shifts) {

@@ -91,20 +91,22 @@ TEST(PlainScore, ValuesOutsideTheUnitFollowTheSameRule) {
 }
 
 TEST(PlainScore, CellsAreRoundedBeforeTheyAreAdded) {
-    // 1 - 2^-60 rounds to 1; sums of unrounded cells would stay below.
+    // 1 - 2^-60 rounds to 1. A sum of unrounded cells would stay below.
     const Column almost = {1, 0x1p-60, 0, 0};
     EXPECT_EQ(score(run(a), run(a), run(almost), run(almost)).score, 1.0);
 }
 
 TEST(PlainScore, SumIsHeldInExtendedPrecision) {
-    // The mean is 1 - 0.75 * 2^-53, next to 1 - 2^-53; a sum held in doubles would round to 1 at its second cell.
+    // The mean is 1 - 0.75 * 2^-53, whose nearest double is 1 - 2^-53. A sum of doubles would round to 1 at the second
+    // cell.
     const Column next = {1, 0x1p-53, 0x1p-53, 0x1p-53};
     EXPECT_EQ(score(run(a), run(a), run(next), run(next)).score, 1 - 0x1p-53);
 }
 
 TEST(PlainScore, ColumnsAreAddedInTheOrderOfTheWalk) {
-    // The first cells of the columns are -2^64, -2^11, -1 and -1, all others 0. From the first on, each 1 is lost in
-    // the 64 bits, and the sum lies halfway between two doubles. From the last on they make 2, which counts.
+    // The first cells of the columns are -2^64, -2^11, -1 and -1; all others are 0. Added from first to last, each 1 is
+    // lost in the 64 bits, and the sum lies halfway between two doubles. From last to first they add up to 2, which
+    // counts.
     const Matrix matrix = {{0x1p64, 1, 1, 1}, {0x1p11 + 1, 1, 1, 1}, {2, 1, 1, 1}, {2, 1, 1, 1}};
     const Matrix zeros(4, Column{0, 0, 0, 0});
     const auto mean = [&](Direction direction) {
@@ -123,7 +125,7 @@ std::vector<ScoredShift> shiftsOf(const Matrix& left, const Matrix& right, doubl
 
 TEST(AppendPlainShifts, WalksEveryShiftInBothDirections) {
     const std::vector<ScoredShift> kept = shiftsOf(run(a, 5), run(a, 6), 0.9);
-    // Shifts -1 to 2, each once forward and once backward.
+    // The shifts are -1 to 2, each once forward and once backward.
     ASSERT_EQ(kept.size(), 8U);
     for (std::size_t place = 0; place < kept.size(); ++place) {
         EXPECT_EQ(kept[place].shift, static_cast<int>(place / 2) - 1);
@@ -146,7 +148,7 @@ TEST(AppendPlainShifts, ShortMotifsGiveNothing) {
 
 TEST(AppendPlainShifts, ScoreThatIsNoNumberIsDropped) {
     const Matrix gap = {a, a, a, a, none};
-    // Of the shifts -1, 0 and 1 only -1 lays no column of the partner on the last one.
+    // Of the shifts -1, 0 and 1, only -1 leaves the last column without a partner.
     const std::vector<ScoredShift> kept = shiftsOf(run(a, 5), gap, 0.5);
     ASSERT_EQ(kept.size(), 2U);
     EXPECT_EQ(kept[0].shift, -1);
@@ -154,8 +156,8 @@ TEST(AppendPlainShifts, ScoreThatIsNoNumberIsDropped) {
 
 TEST(AppendPlainShifts, LabelsNameTheOuterMotifFirst) {
     std::vector<ScoredShift> kept;
-    // Left reversed on right original fits. Seen from the left motif its own strand is reversed, seen from the right
-    // one the second's.
+    // The reversed left motif matches the original right one. If the left motif is the outer one, this is "first
+    // reversed"; if the right motif is, it is "second reversed".
     appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::left, 0, 4, 1.0, 0.9, bothWalks, kept);
     appendPlainShifts({run(c), run(a)}, {run(a), run(half)}, OuterMotif::right, 0, 4, 1.0, 0.9, bothWalks, kept);
     ASSERT_EQ(kept.size(), 4U);
@@ -163,7 +165,7 @@ TEST(AppendPlainShifts, LabelsNameTheOuterMotifFirst) {
     EXPECT_EQ(kept[2].orientation, Orientation::secondReversed);
 }
 
-/// Columns near those of another motif of the length, so that many alignments are alike.
+/// Columns close to those of another motif of this length, so that many alignments are similar.
 Matrix likeColumns(std::mt19937_64& engine, std::size_t length) {
     std::uniform_real_distribution<double> noise(0, 0.04);
     Matrix matrix;
@@ -175,7 +177,7 @@ Matrix likeColumns(std::mt19937_64& engine, std::size_t length) {
     return matrix;
 }
 
-/// An alignment by shift and direction, with all that is told of it.
+/// An alignment by shift and direction, with all its fields.
 using Told = std::map<std::pair<int, Walks>, std::pair<double, Orientation>>;
 
 Told toldByDefinition(const data& left, const data& right, double cutoff) {
@@ -216,7 +218,7 @@ TEST(AppendPlainShifts, LongMotifsScoreAsDefinedBitForBit) {
         std::vector<double> scores;
         for (const auto& [place, known] : all) scores.push_back(known.first);
         std::sort(scores.begin(), scores.end());
-        // A cutoff that a score meets exactly, the next double, and one that leaves nothing out.
+        // A cutoff that equals one of the scores, the next double, and a cutoff that keeps everything.
         const double met = scores[scores.size() * 3 / 4];
         for (const double cutoff : {met, std::nextafter(met, 2.0), 0.0}) {
             Told expected;

@@ -9,7 +9,7 @@
 
 namespace varnolix::testing {
 
-/// Numbers that print in odd ways.
+/// Numbers whose printed forms are unusual.
 inline std::vector<double> nastyNumbers() {
     using Limits = std::numeric_limits<double>;
     std::vector<double> numbers = {0.0,
@@ -53,7 +53,7 @@ inline std::vector<double> nastyNumbers() {
     return numbers;
 }
 
-/// Numbers of all kinds in turn: any bits, shares of 1, tenths and halves of the sixth decimal, large counts.
+/// Numbers of several kinds in turn: random bits, fractions of 1, tenths and halves of the sixth decimal, large counts.
 class RandomNumbers {
   public:
     explicit RandomNumbers(std::uint64_t seed) : engine_(seed) {}

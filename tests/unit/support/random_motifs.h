@@ -10,8 +10,8 @@
 
 namespace varnolix::testing {
 
-/// Motifs of several kinds: coarse values that give many ties, fine ones, IUPAC shares; of all lengths that matter to
-/// the scans.
+/// Random motifs of several kinds: coarse values with many equal scores, fine values, and the frequencies of IUPAC
+/// letters. They have all the lengths that matter to the scans.
 class RandomMotifs {
   public:
     explicit RandomMotifs(std::uint64_t seed) : engine_(seed) {}
@@ -25,7 +25,7 @@ class RandomMotifs {
         return result;
     }
 
-    /// `count` motifs in `files` files, ids from 1.
+    /// `count` motifs, spread over `files` files, with ids from 1.
     std::vector<data> motifs(int count, int files) {
         std::vector<data> list;
         for (int id = 1; id <= count; ++id) {

@@ -11,14 +11,14 @@
 #include "input/input_block.h"
 #include "run/shared_records.h"
 
-// What tests of stages share: the globals at their start values, a folder of their own, small motifs.
+// Fixtures for the tests of stages: globals with their start values, a folder of the test's own, small motifs.
 
 namespace varnolix::testing {
 
-/// Puts every global of run/shared_records.h back to its start value and all streams into their first state.
+/// Resets every global of run/shared_records.h to its start value, and all streams to their initial state.
 void resetGlobals();
 
-/// Globals at their start values before and after the test, which may set the number of threads.
+/// Resets the globals before and after the test. The test may change the number of threads.
 class RunTest : public ::testing::Test {
   protected:
     RunTest() { resetGlobals(); }
@@ -30,7 +30,7 @@ class RunTest : public ::testing::Test {
     const int threadsBefore_ = omp_get_max_threads();
 };
 
-/// The same, with an empty folder that is removed behind the test.
+/// The same, with an empty folder that is removed after the test.
 class FolderTest : public RunTest {
   protected:
     FolderTest();
@@ -45,13 +45,13 @@ class FolderTest : public RunTest {
     std::filesystem::path folder_;
 };
 
-/// Rows of tokens; the texts must outlive the block, as literals do.
+/// The lines as rows of tokens. They point into the texts, which must outlive the block, as literals do.
 Block blockOf(std::initializer_list<std::string_view> lines);
 
-/// A motif with its derived forms.
+/// A motif with all derived fields.
 data motifOfMatrix(int matrixID, Matrix matrix, int datasetNum = 1, std::string name = "");
 
-/// A motif of one IUPAC string, a frequency matrix of whole, half, third and quarter shares.
+/// A motif made from an IUPAC string, so its frequencies are 1, one half, one third or one quarter.
 data motifOfText(int matrixID, std::string_view letters, int datasetNum = 1, std::string name = "");
 
 /// `letters` repeated `count` times.

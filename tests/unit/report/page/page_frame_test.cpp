@@ -143,7 +143,7 @@ TEST_F(PageFrameTest, EveryPageHasHeaderAndFooter) {
           {writeHeaderGlobalHTMLOrPDFDatabaseMatch, writeFooterGlobalHTMLOrPDFDatabaseMatch, PageStyle::others,
            "HTML_Results_Database_Matching_Global_Matching.html"}}) {
         write(frame.file, "an earlier page");
-        // The names already bear the job's identity, which is empty here.
+        // The names already contain the job's identity, which is empty here.
         frame.header();
         EXPECT_EQ(read(frame.file), header(frame.style)) << frame.file;
         frame.footer();

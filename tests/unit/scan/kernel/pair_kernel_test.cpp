@@ -67,7 +67,7 @@ data motifOf(const Matrix& matrix) {
     return motif;
 }
 
-/// How the sliding and the fixed motif's columns face each other: column k of i and column k + result of j.
+/// The shift at which the two motifs face each other: column k of i faces column k + result of j.
 int shiftOf(const plain::Alignment& alignment, int iLength, int jLength) {
     const int offset = static_cast<int>(alignment.offset);
     const int ends = alignment.direction == Direction::forward ? 0 : jLength - iLength;
@@ -75,7 +75,7 @@ int shiftOf(const plain::Alignment& alignment, int iLength, int jLength) {
     return ends + (isForward == (alignment.region == plain::Region::first) ? offset : -offset);
 }
 
-/// What the plain form keeps of a pair, as seen from its left motif. All records of one shift must be alike.
+/// What the plain form keeps of a pair, as seen from its left motif. All records of one shift must be equal.
 Shifts plainShifts(const data& left, const data& right, std::uint32_t partner, double cutoff, OuterMotif outer) {
     const bool isLeftOuter = outer == OuterMotif::left;
     const data& i = isLeftOuter ? left : right;
@@ -112,7 +112,7 @@ Shifts kernelShifts(const std::vector<data>& motifs, std::size_t left, std::size
     return kept;
 }
 
-/// Columns and motifs on which rounding and ties are hard.
+/// Columns and motifs with difficult rounding and many equal scores.
 class NastySource {
   public:
     explicit NastySource(std::uint64_t seed) : random_(seed) {}
@@ -171,7 +171,7 @@ class NastySource {
         return result;
     }
 
-    /// A relative of the matrix: the same, its reverse, a piece, or with values moved by an ulp.
+    /// A matrix related to this one: the same, reversed, a part of it, or with values changed by an ulp.
     Matrix relative(const Matrix& matrix) {
         Matrix result = chance(0.3) ? reverseComplement(matrix) : matrix;
         if (chance(0.3) && result.size() > 5) {
@@ -206,7 +206,7 @@ class NastySource {
                                                                : matrix(length);
             motifs.push_back(motifOf(next));
             if (chance(0.1)) {
-                // Nothing in the scoring needs the strands to be related.
+                // Scoring does not require the two strands to be related.
                 motifs.back().revCompMatrix = matrix(next.size());
             }
         }
@@ -240,7 +240,7 @@ class NastySource {
     std::mt19937_64 random_;
 };
 
-/// A cutoff that scores of the pool meet exactly, or miss by one ulp, or a plain one.
+/// A cutoff that equals a score of the pool or is one ulp away from it, or an ordinary cutoff.
 double nastyCutoff(NastySource& source, const std::vector<data>& motifs) {
     constexpr std::array<double, 7> plainCutoffs = {0.75, 0.5, 0.85, 0.0, 1.0, 0.9, 0.625};
     const double plainCutoff = plainCutoffs[source.uniform(0, plainCutoffs.size() - 1)];
@@ -254,7 +254,7 @@ double nastyCutoff(NastySource& source, const std::vector<data>& motifs) {
     return source.chance(0.6) ? score : std::nextafter(score, source.chance(0.5) ? 0.0 : 2.0);
 }
 
-/// Compares all pairs of a pool, each left motif against a range of partners.
+/// Compares all pairs of a pool, each left motif with a range of partners.
 std::size_t comparePool(const std::vector<data>& motifs, double cutoff) {
     const KernelMotifs prepared(motifs);
     const CutoffTable table(cutoff);
@@ -296,7 +296,7 @@ void comparePools(unsigned long rounds, std::size_t poolSize, std::size_t mostCo
             return;
         }
     }
-    EXPECT_GT(compared, rounds);  // or nothing has been kept anywhere
+    EXPECT_GT(compared, rounds);  // otherwise nothing was kept anywhere
     ::testing::Test::RecordProperty("keptAlignments", std::to_string(compared));
 }
 
@@ -344,7 +344,7 @@ TEST(PairKernel, AppendsBehindWhatIsKept) {
 }
 
 TEST(PairKernel, TiesGoToTheEarlierOrientation) {
-    // The reverse complement of this motif is the motif, so that all four scores are 1.
+    // This motif is its own reverse complement, so all four scores are 1.
     const Matrix palindrome = {{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}, {0, 0, 0, 1}};
     const std::vector<data> motifs(2, motifOf(palindrome));
     for (const KernelCode code : kernelCodes()) {
@@ -362,8 +362,8 @@ TEST(PairKernel, NamesTheReversedMotifFromTheOuterView) {
     const Matrix left(4, {1, 0, 0, 0});
     const Matrix right(4, {0, 0, 0, 1});  // the reverse complement of the left one
     const std::vector<data> motifs = {motifOf(left), motifOf(right)};
-    // Left original with right reversed and left reversed with right original both score 1: the former comes first when
-    // the left motif is the outer one, the latter when the right one is. Both are called "second reversed" then.
+    // "Left original, right reversed" and "left reversed, right original" both score 1. The former comes first if the
+    // left motif is the outer one, the latter if the right one is. Either way it is called "second reversed".
     for (const KernelCode code : kernelCodes()) {
         for (const OuterMotif outer : {OuterMotif::left, OuterMotif::right}) {
             const Shifts kept = kernelShifts(motifs, 0, 1, 2, 1.0, outer, code);
@@ -374,7 +374,8 @@ TEST(PairKernel, NamesTheReversedMotifFromTheOuterView) {
 }
 
 TEST(PairKernel, SettlesScoresThatDifferByLessThanRounding) {
-    // Second reversed has a sum one unit larger than both original, but both means round to the same double.
+    // The sum of "second reversed" is one unit larger than that of "both original", but the means round to the same
+    // double.
     data left = motifOf(Matrix(4, {0.5, 0.5, 0, 0}));
     data right = left;
     right.matrix[0] = {0.5 + 0x1p-52, 0.5, 0, 0};
@@ -388,14 +389,15 @@ TEST(PairKernel, SettlesScoresThatDifferByLessThanRounding) {
     }
 }
 
-/// A value in the steps to which the filter rounds; those near a half step are moved the farthest.
+/// A value given in steps of the filter, to which it is rounded. Values near a half step are changed the most.
 double inSteps(double steps) {
     return steps / 255.0;
 }
 
 TEST(PairKernel, RoundingToLevelsMayTurnTheOrderOfRivals) {
-    // In steps, the original strands are 10 apart in all cells but one, and seem to be 11; the second reversed strand
-    // is just less than 10 away and seems to be 9. The one cell makes the original strands the better ones.
+    // Measured in steps, the original strands differ by 10 in all cells but one, which the filter rounds to 11. The
+    // second reversed strand differs by slightly less than 10, rounded to 9. The one cell makes the original strands
+    // better.
     constexpr double little = 1e-6;
     const double near = inSteps(100.5 - little);
     const double above = inSteps(110.5 + little);
@@ -432,7 +434,7 @@ TEST(PairKernel, RoundingToLevelsMayLowerAScoreOnTheCutoff) {
 }
 
 TEST(PairKernel, KeepsScoreEqualToCutoff) {
-    // Half of the columns agree in all cells, half in two of four: 0.75.
+    // Half of the columns agree in all cells, the others in two of four: 0.75.
     const Matrix left = {{1, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}, {1, 0, 0, 0}};
     const Matrix right = {{1, 0, 0, 0}, {1, 0, 0, 0}, {0, 1, 0, 0}, {0, 1, 0, 0}};
     const std::vector<data> motifs = {motifOf(left), motifOf(right)};
@@ -509,8 +511,8 @@ TEST(PairKernel, ScoresMatricesWithoutAList) {
 }
 
 TEST(PairKernel, DistancesOfTheFilterDoNotOverflow) {
-    // Of 65 columns that differ in every cell by 1 the distance, 65 * 4 * 255, does not fit 16 bits: what is left of it
-    // is less than that of the near motif, which would be dropped for it.
+    // For 65 columns that differ by 1 in every cell, the distance of 65 * 4 * 255 does not fit 16 bits. What would be
+    // left of it is less than the distance of the near motif, which would then be dropped.
     for (const std::size_t columns : {63U, 64U, 65U, 66U, 128U, 130U}) {
         const Matrix ones(columns, Column{1, 1, 1, 1});
         const Matrix near(columns, Column{0.97, 0.97, 0.97, 0.97});
@@ -530,8 +532,8 @@ TEST(PairKernel, DistancesOfTheFilterDoNotOverflow) {
 }
 
 TEST(PairKernel, ReadsNothingBehindItsColumns) {
-    // Every length of the last step of the sums and of the filter, at the very end of what is laid out, in all four
-    // orientations. What is read too far only a checker of addresses sees: this test also runs in an executable with
+    // Every length of the last step of the sums and of the filter, at the very end of the prepared data, in all four
+    // orientations. Only an address checker can see that something is read too far, so this test is also built with
     // one.
     for (std::size_t columns = 4; columns < 24; ++columns) {
         std::vector<data> motifs(2);
