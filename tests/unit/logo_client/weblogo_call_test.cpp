@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "report/motif_logos.h"
+#include "report/page/motif_logos.h"
 
 namespace varnolix::logos {
 namespace {
