@@ -43,8 +43,8 @@ void writePlainly(std::ostream& stream, const dataCombinedScore& record, long id
            << "Matching format of second motif" << std::setw(15) << "Direction" << std::setw(15) << "Position #"
            << std::setw(15) << "# of overlap" << std::setw(15) << "Similarity score" << std::endl;
     stream << std::setw(15) << match.motif.datasetNum << std::setw(15) << match.motif.matrixID << std::setw(nameWidth)
-           << match.motif.motifName << std::setw(40) << text(record.matchingFormat1) << std::setw(40)
-           << text(record.matchingFormat2) << std::setw(15) << text(record.direction) << std::setw(15)
+           << match.motif.motifName << std::setw(40) << formatText(record.matchingFormat1) << std::setw(40)
+           << formatText(record.matchingFormat2) << std::setw(15) << directionText(record.direction) << std::setw(15)
            << record.position << std::setw(15) << record.overlap << std::setw(15) << record.combinedScore << std::endl
            << std::endl;
     stream << "Original motif" << std::endl;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::string_view strippedAtLineEnd = " \n\r\t";
 
-/// As many tokens as most lines of motif files have at most.
+/// Most lines of motif files have no more tokens than this.
 constexpr std::size_t usualTokens = 32;
 
 constexpr bool isTokenBorder(char c) {
@@ -46,32 +46,32 @@ std::string_view stripLineEnd(std::string_view line) {
 }
 
 bool readWholeFile(const std::string& path, std::string& text) {
-    // Asked before it is opened, as devices may be moved by that alone.
+    // Check the type before opening: opening alone can have an effect on a device.
     struct stat status {};
     if (stat(path.c_str(), &status) != 0 || !(S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode))) return false;
     std::ifstream file(path, std::ios::binary);
     if (!file.is_open()) return false;
-    // What is made of a text takes memory beside it. A text that grows is copied, so both stand for a moment.
+    // Leave memory for what is made from the text. While a text grows it is copied, so both copies count for a moment.
     const std::size_t most = memoryLeft() / 2;
-    const auto requireRoom = [&](std::size_t size) {
+    const auto requireMemory = [&](std::size_t size) {
         if (size > most) endForLack("the file " + path + " does not fit the memory");
     };
     text.clear();
     if (S_ISREG(status.st_mode)) {
-        requireRoom(static_cast<std::size_t>(status.st_size));
+        requireMemory(static_cast<std::size_t>(status.st_size));
         text.reserve(static_cast<std::size_t>(status.st_size));
     }
     std::vector<char> part(std::size_t{1} << 20);
     while (file.read(part.data(), static_cast<std::streamsize>(part.size())) || file.gcount() > 0) {
         const std::size_t size = text.size() + static_cast<std::size_t>(file.gcount());
-        requireRoom(size > text.capacity() ? size + text.capacity() : size);
+        requireMemory(size > text.capacity() ? size + text.capacity() : size);
         text.append(part.data(), static_cast<std::size_t>(file.gcount()));
     }
     return true;
 }
 
 double parseNumber(std::string_view token) {
-    // strtod takes more than from_chars does (signs, hexadecimal, "inf"), so only plain decimals go the quick way.
+    // strtod accepts more than from_chars (signs, hexadecimal, "inf"), so only plain decimals take the fast path.
     if (checkNumeric(token)) {
         double value = 0;
         if (std::from_chars(token.data(), token.data() + token.size(), value).ec == std::errc{}) return value;

@@ -10,11 +10,11 @@ namespace varnolix {
 
 namespace {
 
-constexpr int mostLinesAtOnce = 31;
+constexpr int mostBlockLines = 31;
 
 using Reader = void (*)(const Block&, int);
 
-/// The reader for an outcome; none where the block is held or empty.
+/// The reader for an outcome, or nullptr if the block is held or empty.
 Reader readerFor(BlockOutcome outcome) {
     switch (outcome) {
         case BlockOutcome::transfac:
@@ -51,12 +51,12 @@ void readInputFile(const std::string& fileName, int fileIndex) {
     int blockLineCount = 0;
     forEachLine(text, [&](std::string_view rawLine) {
         const std::string_view line = stripLineEnd(rawLine);
-        if (!line.empty() && blockLineCount < mostLinesAtOnce) {
+        if (!line.empty() && blockLineCount < mostBlockLines) {
             block.addRow(splitTokens(line));
             ++blockLineCount;
             return;
         }
-        // The line that closes a block is dropped, whatever it holds.
+        // The line that closes a block is dropped, whatever it contains.
         blockLineCount = 0;
         if (const Reader read = readerFor(classifier.classify(block))) {
             read(block.rows(), fileIndex);

@@ -69,9 +69,9 @@ std::string combinedGroupsText(const std::vector<std::vector<combinedMatrices>>&
             addRow({"1st motif name", "2nd motif name", "1st format", "2nd format"},
                    {"1st motif", "2nd motif", "Combined motif"});
             body += rule;
-            addRow({step.motifName1, step.motifName2, text(step.matchingFormat1), text(step.matchingFormat2)},
+            addRow({step.motifName1, step.motifName2, formatText(step.matchingFormat1), formatText(step.matchingFormat2)},
                    {motifs[0], motifs[1], motifs[2]});
-            body += std::string("Direction: ") + text(step.direction) +
+            body += std::string("Direction: ") + directionText(step.direction) +
                     "\t\tPosition #: " + std::to_string(step.position) +
                     "\t\tOverlap #: " + std::to_string(step.overlap) + "\nAlignment:\n" + step.alignedMotif1 + "\n" +
                     step.alignedMotif2 + "\n" + rule;

@@ -53,7 +53,7 @@ std::string labelledRow(std::string_view label, std::string_view value) {
 
 std::string logoRow(char letter, int number) {
     std::string cells;
-    for (const Strand strand : {Strand::original, Strand::reverseComplement}) {
+    for (const LogoStrand strand : {LogoStrand::original, LogoStrand::reverseComplement}) {
         cells += "<td>\n<img src = '" + escapeHTML(logoFolderName() + "/" + logoName(letter, number, strand)) + "'\n";
         cells += "name = 'Image" + std::string(strandSuffix(strand)) + std::to_string(number) +
                  "' align = 'left' width = '350' height = '100' border = '0'> \n</td>\n";

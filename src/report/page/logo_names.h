@@ -4,27 +4,29 @@
 
 #include "run/shared_records.h"
 
-// Where the logos lie: in a folder of the job beside its reports.
+// Names of the logo files, which lie in a folder of the job beside its reports.
 
 namespace varnolix {
 
-enum class Strand { original, reverseComplement };
+/// Which of the two logos of a motif.
+enum class LogoStrand { original, reverseComplement };
+using Strand = LogoStrand;  // for motif_logos.cpp
 
-constexpr const char* strandSuffix(Strand strand) {
-    return strand == Strand::original ? "" : "RevComp";
+constexpr const char* strandSuffix(LogoStrand strand) {
+    return strand == LogoStrand::original ? "" : "RevComp";
 }
 
-/// The folder below the result folder, without a slash.
+/// The folder's name below the result folder, without a slash.
 inline std::string logoFolderName() {
     return jobID + "image";
 }
 
-/// Start of the names of one motif's files: 'M' for input motifs, 'D' for reference motifs, and the motif's number.
+/// The start of a motif's file names: the job, 'M' for input motifs or 'D' for reference motifs, and its number.
 inline std::string logoStem(char letter, long number) {
     return jobID + letter + std::to_string(number);
 }
 
-inline std::string logoName(char letter, long number, Strand strand) {
+inline std::string logoName(char letter, long number, LogoStrand strand) {
     return logoStem(letter, number) + strandSuffix(strand) + ".jpeg";
 }
 

@@ -44,9 +44,9 @@ std::string matchRows(const dataCombinedScore& record, const data& motif, PageKi
     // These two rows leave a font element open each; readers of the pages rely on the cells as they are.
     rows += tableRow(cellLeftOpen("Motif name:") + cell(escapeHTML(motif.motifName)));
     if (isReference) rows += labelledRow(std::string(taxonLabel()) + ":", escapeHTML(motif.taxon));
-    rows += tableRow(cell("Matching format of first motif:") + cellLeftOpen(text(record.matchingFormat1)));
-    return rows + labelledRow("Matching format of second motif:", text(record.matchingFormat2)) +
-           labelledRow("Direction:", text(record.direction)) +
+    rows += tableRow(cell("Matching format of first motif:") + cellLeftOpen(formatText(record.matchingFormat1)));
+    return rows + labelledRow("Matching format of second motif:", formatText(record.matchingFormat2)) +
+           labelledRow("Direction:", directionText(record.direction)) +
            labelledRow("Position number:", std::to_string(record.position)) +
            labelledRow("Number of overlap:", std::to_string(record.overlap)) + labelledRow("Similarity score:", score);
 }

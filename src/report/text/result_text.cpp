@@ -25,9 +25,9 @@ void appendTable(std::string& text, const std::vector<TextColumn>& columns) {
 }
 
 void appendAlignmentColumns(std::vector<TextColumn>& columns, const dataCombinedScore& record, std::string score) {
-    columns.push_back({"Matching format of first motif", 40, text(record.matchingFormat1)});
-    columns.push_back({"Matching format of second motif", 40, text(record.matchingFormat2)});
-    columns.push_back({"Direction", 15, text(record.direction)});
+    columns.push_back({"Matching format of first motif", 40, formatText(record.matchingFormat1)});
+    columns.push_back({"Matching format of second motif", 40, formatText(record.matchingFormat2)});
+    columns.push_back({"Direction", 15, directionText(record.direction)});
     columns.push_back({"Position #", 15, std::to_string(record.position)});
     columns.push_back({"# of overlap", 15, std::to_string(record.overlap)});
     columns.push_back({"Similarity score", 15, std::move(score)});

@@ -14,10 +14,10 @@ dataCombinedScore pairRecord(PrimaryFlag flag) {
 }
 
 TEST(RecordFields, PrintDirectionsAndFormats) {
-    EXPECT_STREQ(text(Direction::forward), "Forward");
-    EXPECT_STREQ(text(Direction::backward), "Backward");
-    EXPECT_STREQ(text(MatchingFormat::originalMotif), "Original Motif");
-    EXPECT_STREQ(text(MatchingFormat::reverseComplement), "Reverse Complement");
+    EXPECT_STREQ(directionText(Direction::forward), "Forward");
+    EXPECT_STREQ(directionText(Direction::backward), "Backward");
+    EXPECT_STREQ(formatText(MatchingFormat::originalMotif), "Original Motif");
+    EXPECT_STREQ(formatText(MatchingFormat::reverseComplement), "Reverse Complement");
 }
 
 TEST(RecordFields, OuterMotifIsStoredFirstInPrimaryRecords) {

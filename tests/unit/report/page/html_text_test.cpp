@@ -6,7 +6,7 @@
 namespace varnolix {
 namespace {
 
-TEST(EscapeHTML, PlainTextsComeOutAsTheyAre) {
+TEST(EscapeHTML, PlainTextIsUnchanged) {
     EXPECT_EQ(escapeHTML(""), "");
     EXPECT_EQ(escapeHTML("MA0004.1 Arnt::Ahr (var.2)"), "MA0004.1 Arnt::Ahr (var.2)");
     EXPECT_EQ(escapeHTML("\xc3\xa4\t\n"), "\xc3\xa4\t\n");
@@ -44,8 +44,8 @@ TEST_F(LogoRowTest, NamesOfLogoFiles) {
     jobID = "J_1_";
     EXPECT_EQ(logoFolderName(), "J_1_image");
     EXPECT_EQ(logoStem('D', 7), "J_1_D7");
-    EXPECT_EQ(logoName('D', 7, Strand::original), "J_1_D7.jpeg");
-    EXPECT_EQ(logoName('M', 7, Strand::reverseComplement), "J_1_M7RevComp.jpeg");
+    EXPECT_EQ(logoName('D', 7, LogoStrand::original), "J_1_D7.jpeg");
+    EXPECT_EQ(logoName('M', 7, LogoStrand::reverseComplement), "J_1_M7RevComp.jpeg");
 }
 
 }  // namespace
