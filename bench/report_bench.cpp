@@ -80,7 +80,6 @@ void reportWriting(benchmark::State& state) {
         myfile = std::ofstream();
         openOutput(myfile, outputFileLocation);
         myfile.close();
-        const AppendingReport open(reports::full);
         for (std::size_t list = 0; list < lists.size(); ++list) {
             WriteTopResultsList(lists[list], eachMotifMode, static_cast<long>(list) + 1);
         }

@@ -6,8 +6,9 @@
 #include "run/output_file.h"
 #include "run/shared_records.h"
 
-// The reports, and the one way to open them. A header truncates the file, all later writers append. The streams are
-// never reset between writers: once a matrix has set fixed notation, later numbers and the run time keep it.
+// The reports, and how their writers open them. A header truncates the file; every later writer opens it for appending
+// and closes it again, so a report is never open twice. The streams are never reset between writers: once a matrix has
+// set fixed notation, later numbers and the run time keep it.
 
 namespace varnolix {
 
@@ -45,8 +46,11 @@ inline const ReportFile treeGlobal{myPhylogeneticTreeGlobalMatchingFile, outputP
 /// Empties the report's file and writes the text into it.
 void startReport(const ReportFile& report, const std::string& text);
 
-/// Holds a report open for appending. Where it is open already, the one that opened it closes it.
-/// Ends the run where the report cannot be opened, or not be written whole.
+/// Opens the report, appends the text and closes it again.
+void appendToReport(const ReportFile& report, const std::string& text);
+
+/// Keeps a closed report open for appending while this object lives.
+/// Ends the run if the report cannot be opened, or if not everything could be written.
 class AppendingReport {
   public:
     explicit AppendingReport(const ReportFile& report);
@@ -58,7 +62,6 @@ class AppendingReport {
 
   private:
     const ReportFile& report_;
-    bool opened_;
 };
 
 }  // namespace varnolix

@@ -29,7 +29,7 @@ std::string noteLine(PassForm form) {
     return note + "\n";
 }
 
-/// The three items that name a motif at the head of its block.
+/// The three items that identify a motif at the top of its block.
 struct MotifLabels {
     std::string dataset;
     std::string id;
@@ -80,18 +80,14 @@ std::string motifHeading(const ReportWalk& walk, PassForm form, int id) {
 }  // namespace
 
 void writePass(const ReportWalk& walk, const ReportPass& pass) {
-    // Held open for the whole pass: the list writers append to the open stream.
-    AppendingReport open(pass.report);
-    open.stream() << sectionHeading(walk, pass.form);
-    if (walk.isSingleFileNote) {
-        open.stream() << noteLine(pass.form);
-        return;
-    }
+    const bool isPage = pass.form == PassForm::page;
+    appendToReport(pass.report, sectionHeading(walk, pass.form) + (walk.isSingleFileNote ? noteLine(pass.form) : ""));
+    if (walk.isSingleFileNote) return;
     for (const int id : walk.motifs) {
         const data& motif = motifOf(Datasets, id);
-        // The motif's own matrices leave the notation of the stream as it is; only those of its matches change it.
-        open.stream() << (pass.form == PassForm::page ? pageMotifBlock(motif) : textMotifBlock(motif, walk, pass.form))
-                      << motifHeading(walk, pass.form, id);
+        // Unlike the matrices of its matches, the motif's own matrices do not change the notation of the stream.
+        appendToReport(pass.report, (isPage ? pageMotifBlock(motif) : textMotifBlock(motif, walk, pass.form)) +
+                                        motifHeading(walk, pass.form, id));
         pass.write(walk.bestMatches[static_cast<std::size_t>(id - 1)], walk.mode, id);
     }
 }

@@ -17,8 +17,7 @@ std::string singleFileBox() {
 }
 
 void writeTreeBox(const ReportFile& page, const std::string& box) {
-    AppendingReport open(page);
-    open.stream() << box;
+    appendToReport(page, box);
 }
 
 void writeTreeFooter(const ReportFile& page) {

@@ -6,9 +6,7 @@ namespace varnolix {
 
 void writeHeaderCombinedMatrixGlobal() {
     writeTextHeader(reports::combinedGlobal);
-    if (numFile != 1) return;
-    AppendingReport open(reports::combinedGlobal);
-    open.stream() << singleFileNote << '\n';
+    if (numFile == 1) appendToReport(reports::combinedGlobal, std::string(singleFileNote) + "\n");
 }
 
 }  // namespace varnolix

@@ -86,8 +86,7 @@ void writePageHeader(const ReportFile& page, PageStyle style) {
 }
 
 void writePageFooter(const ReportFile& page) {
-    AppendingReport open(page);
-    open.stream() << pageFooter(open.stream());
+    appendToReport(page, pageFooter(page.stream));
 }
 
 }  // namespace varnolix

@@ -47,8 +47,7 @@ void writeTextHeader(const ReportFile& report) {
 }
 
 void writeTextFooter(const ReportFile& report) {
-    AppendingReport open(report);
-    open.stream() << textFooter(open.stream());
+    appendToReport(report, textFooter(report.stream));
 }
 
 }  // namespace varnolix
