@@ -18,8 +18,8 @@
 #include "run/shared_records.h"
 #include "scratch_folder.h"
 
-// The best matches of every motif in the full text report, 10 matches each; the argument is the number of motifs. The
-// plain form opens the report for each list, formats every matrix anew and writes all parts to the stream.
+// Writing 10 best matches of every motif to the full text report. The argument is the number of motifs. Both forms open
+// the report for each list, but the plain form formats every matrix again and writes every part to the stream.
 
 namespace {
 
@@ -36,7 +36,7 @@ void writeMatrix(std::ostream& stream, const Matrix& matrix) {
 }
 
 void writePlainly(std::ostream& stream, const dataCombinedScore& record, long id) {
-    const MatchedMotif match = matchedMotif(record, id, Datasets);
+    const MatchedMotif match = matchedMotif(record, id, Datasets, Datasets);
     const int nameWidth = motifNameLength + 10;
     stream << std::left << std::setw(15) << "Dataset #" << std::setw(15) << "Motif ID" << std::setw(nameWidth)
            << "Motif name" << std::setw(40) << "Matching format of first motif" << std::setw(40)
@@ -62,7 +62,7 @@ std::string contents(const std::string& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The items are records.
+/// An item is a record.
 void reportWriting(benchmark::State& state) {
     const bench::ScratchFolder folder;
     Datasets = bench::motifsOfCounts(bench::countMatrices(static_cast<std::size_t>(state.range(0))));

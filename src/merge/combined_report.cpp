@@ -16,6 +16,7 @@ constexpr std::size_t starsAfter = 59;
 constexpr std::size_t formatWidth = 40;
 constexpr std::size_t leastMotifWidth = 40;
 constexpr std::size_t motifMargin = 2;
+constexpr std::size_t nameMargin = 10;
 
 /// The consensus strings of the first, the second and the combined matrix.
 using StepMotifs = std::array<std::string, 3>;
@@ -32,7 +33,7 @@ void forEachMergedStep(const std::vector<combinedMatrices>& group, Use use) {
     }
 }
 
-/// Each motif column is as wide as its longest text in the report and a margin.
+/// The widths of the motif columns: the longest text of the report in each column, plus a margin.
 std::array<std::size_t, 3> motifWidths(const std::vector<std::vector<combinedMatrices>>& groups) {
     std::array<std::size_t, 3> widths{leastMotifWidth, leastMotifWidth, leastMotifWidth};
     for (const std::vector<combinedMatrices>& group : groups) {
@@ -47,10 +48,11 @@ std::array<std::size_t, 3> motifWidths(const std::vector<std::vector<combinedMat
 
 }  // namespace
 
-std::string combinedGroupsText(const std::vector<std::vector<combinedMatrices>>& groups, const char* titleStart) {
+std::string combinedGroupsText(const std::vector<std::vector<combinedMatrices>>& groups, const char* titleStart,
+                               std::size_t longestName) {
     const std::string rule = std::string(ruleWidth, '-') + "\n";
     const std::array<std::size_t, 3> widths = motifWidths(groups);
-    const std::size_t nameWidth = static_cast<std::size_t>(motifNameLength) + 10;
+    const std::size_t nameWidth = longestName + nameMargin;
     std::string body;
     const auto addRow = [&](const std::array<std::string_view, 4>& labels,
                             const std::array<std::string_view, 3>& motifs) {
@@ -69,8 +71,9 @@ std::string combinedGroupsText(const std::vector<std::vector<combinedMatrices>>&
             addRow({"1st motif name", "2nd motif name", "1st format", "2nd format"},
                    {"1st motif", "2nd motif", "Combined motif"});
             body += rule;
-            addRow({step.motifName1, step.motifName2, formatText(step.matchingFormat1), formatText(step.matchingFormat2)},
-                   {motifs[0], motifs[1], motifs[2]});
+            addRow(
+                {step.motifName1, step.motifName2, formatText(step.matchingFormat1), formatText(step.matchingFormat2)},
+                {motifs[0], motifs[1], motifs[2]});
             body += std::string("Direction: ") + directionText(step.direction) +
                     "\t\tPosition #: " + std::to_string(step.position) +
                     "\t\tOverlap #: " + std::to_string(step.overlap) + "\nAlignment:\n" + step.alignedMotif1 + "\n" +
@@ -82,8 +85,7 @@ std::string combinedGroupsText(const std::vector<std::vector<combinedMatrices>>&
 
 void writeCombinedGroups(const ReportFile& report, const std::vector<std::vector<combinedMatrices>>& groups,
                          const char* titleStart) {
-    AppendingReport open(report);
-    open.stream() << combinedGroupsText(groups, titleStart);
+    appendToReport(report, combinedGroupsText(groups, titleStart, static_cast<std::size_t>(motifNameLength)));
 }
 
 }  // namespace varnolix

@@ -5,8 +5,9 @@
 #include "merge/two_matrix_scan.h"
 #include "run/shared_records.h"
 
-// The stages that merge groups of motifs and report them, in the order of the run. Each has a unit of its own name in
-// stages/. The three families (across files, over all matches, best matches of every motif) differ by their lists.
+// The stages that merge groups of motifs and report them, in the order of the run. Each has a source file of its own
+// name in stages/. The three families (across files, over all matches, best matches of every motif) differ in their
+// lists.
 
 namespace varnolix {
 
@@ -32,10 +33,10 @@ void WriteCombinedMotifsBestMatches();
 
 /// The forward alignments of two matrices at or above the cutoff.
 std::vector<dataCombinedScore> forwardScanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2,
-                                                      const CutoffTable& cutoff);
+                                                      const AlignmentLimits& limits);
 /// The backward ones.
 std::vector<dataCombinedScore> backwardScanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2,
-                                                       const CutoffTable& cutoff);
+                                                       const AlignmentLimits& limits);
 
 /// Ends the report of merged motifs across files.
 void writeFooterCombinedMatrixGlobal();

@@ -11,16 +11,16 @@
 namespace varnolix {
 
 std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2, Direction direction,
-                                               const CutoffTable& cutoff) {
+                                               const AlignmentLimits& limits) {
     for (const Matrix* matrix : {&matrix1, &matrix2})
         requireAtMost(matrix->size(), mostColumns, "positions of a motif");
     const Matrix reversed1 = getRevCompMotif(matrix1);
     const Matrix reversed2 = getRevCompMotif(matrix2);
     std::vector<ScoredShift> shifts;
     KernelScratch scratch;
-    if (!scoreShifts(matrix1, reversed1, matrix2, reversed2, cutoff, shifts, scratch)) {
-        appendPlainShifts({matrix1, reversed1}, {matrix2, reversed2}, OuterMotif::left, 0, overlap, maxScore, simCutoff,
-                          walkOf(direction), shifts);
+    if (!scoreShifts(matrix1, reversed1, matrix2, reversed2, limits.cutoffTable, shifts, scratch)) {
+        appendPlainShifts({matrix1, reversed1}, {matrix2, reversed2}, OuterMotif::left, 0, limits.leastOverlap,
+                          limits.perfectCell, limits.cutoff, walkOf(direction), shifts);
     }
     const PairLengths lengths{static_cast<int>(matrix1.size()), static_cast<int>(matrix2.size())};
     std::vector<dataCombinedScore> records;

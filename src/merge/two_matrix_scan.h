@@ -7,12 +7,22 @@
 
 namespace varnolix {
 
+/// Which alignments of two matrices count.
+struct AlignmentLimits {
+    AlignmentLimits(int columns, double bestCell, double leastScore)
+        : leastOverlap(columns), perfectCell(bestCell), cutoff(leastScore), cutoffTable(leastScore) {}
+
+    int leastOverlap;         ///< columns that have to face each other
+    double perfectCell;       ///< score of perfect agreement of one cell
+    double cutoff;            ///< lowest score that is kept
+    CutoffTable cutoffTable;  ///< the same cutoff, prepared for the kernel
+};
+
 /// The records of one direction of two matrices: first those in which the first matrix slides ("Y"), then those in
-/// which the second one does, each by ascending offset; then sorted by `comparison`. As no record has a combinedScore
-/// yet, all are equal to that sort, which leaves up to 16 records as they are and scrambles longer lists, always in the
-/// same way. Ids are 1 and 2 in this order in every record; formats follow the label as in the scans of motif pairs. A
-/// matrix with fewer columns than overlap gives no record.
+/// which the second one does, each in order of ascending offsets. They are then sorted by `comparison`, stably; no
+/// record has a combinedScore yet, so they all compare equal and keep this order. The ids are 1 and 2 in every record,
+/// and the formats follow the label as in the scans of motif pairs. A matrix with too few columns gives no record.
 std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2, Direction direction,
-                                               const CutoffTable& cutoff);
+                                               const AlignmentLimits& limits);
 
 }  // namespace varnolix

@@ -3,8 +3,8 @@
 namespace varnolix {
 
 std::vector<dataCombinedScore> backwardScanTwoMatrices(const Matrix& matrix1, const Matrix& matrix2,
-                                                       const CutoffTable& cutoff) {
-    return scanTwoMatrices(matrix1, matrix2, Direction::backward, cutoff);
+                                                       const AlignmentLimits& limits) {
+    return scanTwoMatrices(matrix1, matrix2, Direction::backward, limits);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void combinedMatrixBestMatches(const std::vector<dataCombinedScore>& group) {
-    mergeGroup(group, mergedMotifListBestMatches, mergedMotifBestMatches);
+    mergeInputGroup(group, mergedMotifListBestMatches, mergedMotifBestMatches);
 }
 
 }  // namespace varnolix

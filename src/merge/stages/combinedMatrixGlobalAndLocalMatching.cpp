@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void combinedMatrixGlobalAndLocalMatching(const std::vector<dataCombinedScore>& group) {
-    mergeGroup(group, mergedMotifListGlobalAndLocal, mergedMotifGlobalAndLocalMatching);
+    mergeInputGroup(group, mergedMotifListGlobalAndLocal, mergedMotifGlobalAndLocalMatching);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void combinedMatrixGlobalMatching(const std::vector<dataCombinedScore>& group) {
-    mergeGroup(group, mergedMotifList, mergedMotifGlobalMatching);
+    mergeInputGroup(group, mergedMotifList, mergedMotifGlobalMatching);
 }
 
 }  // namespace varnolix

@@ -13,19 +13,29 @@ constexpr const char* jasparAddress = "http://jaspar.genereg.net";
 constexpr const char* transfacAddress = "http://www.gene-regulation.com";
 constexpr const char* uniprobeAddress = "http://the_brain.bwh.harvard.edu";
 
-/// The part of a UniPROBE id that the catalogue's links ask for: three characters from the fifth on.
+/// The part of a UniPROBE id that goes into a link to the catalogue: three characters, starting with the fifth.
 std::string uniprobeNumber(const std::string& motifID) {
     return motifID.size() > 4 ? motifID.substr(4, 3) : "";
 }
 
-/// The row that names a reference motif, with a link to its catalogue.
-std::string catalogueRow(const data& motif) {
+/// What the records of a page need besides themselves.
+struct PageContext {
+    PageKind kind;
+    const std::vector<data>& inputMotifs;
+    const std::vector<data>& matchedMotifs;  ///< the input motifs again, or the collection
+    const std::string& collectionName;       ///< as in DBName
+
+    bool isCollection() const { return kind == PageKind::collection; }
+};
+
+/// The row that names a reference motif and links to its catalogue.
+std::string catalogueRow(const data& motif, std::string_view collectionName) {
     std::string label = "Motif ID:";
     std::string link;
-    if (DBName == "transfac") {
+    if (collectionName == "transfac") {
         label = "AC:";
         link = std::string(transfacAddress) + "/cgi-bin/pub/databases/transfac/getTF.cgi?" + escapeHTML(motif.motifID);
-    } else if (DBName.starts_with("uniprobe")) {
+    } else if (collectionName.starts_with("uniprobe")) {
         link =
             std::string(uniprobeAddress) + "/uniprobe/detailsDef.php?id=" + escapeHTML(uniprobeNumber(motif.motifID));
     } else {
@@ -36,14 +46,16 @@ std::string catalogueRow(const data& motif) {
                     escapeHTML(motif.motifID) + "</a></font></td>\n");
 }
 
-std::string matchRows(const dataCombinedScore& record, const data& motif, PageKind kind, const std::string& score) {
-    const bool isReference = kind == PageKind::collection;
-    std::string rows = isReference ? catalogueRow(motif)
+std::string matchRows(const dataCombinedScore& record, const data& motif, const PageContext& context,
+                      const std::string& score) {
+    const bool isReference = context.isCollection();
+    std::string rows = isReference ? catalogueRow(motif, context.collectionName)
                                    : labelledRow("Dataset #:", std::to_string(motif.datasetNum)) +
                                          labelledRow("Motif ID:", std::to_string(motif.matrixID));
-    // These two rows leave a font element open each; readers of the pages rely on the cells as they are.
+    // Each of these two rows leaves a font element open. Whoever parses the pages relies on the cells as they are.
     rows += tableRow(cellLeftOpen("Motif name:") + cell(escapeHTML(motif.motifName)));
-    if (isReference) rows += labelledRow(std::string(taxonLabel()) + ":", escapeHTML(motif.taxon));
+    if (isReference)
+        rows += labelledRow(std::string(taxonLabel(context.collectionName)) + ":", escapeHTML(motif.taxon));
     rows += tableRow(cell("Matching format of first motif:") + cellLeftOpen(formatText(record.matchingFormat1)));
     return rows + labelledRow("Matching format of second motif:", formatText(record.matchingFormat2)) +
            labelledRow("Direction:", directionText(record.direction)) +
@@ -59,15 +71,16 @@ std::string drawingLine(const std::string& line) {
     return "<font face = 'Courier New'>\n" + line + "\n</font>\n";
 }
 
-std::string matchMarkup(const dataCombinedScore& record, long id, PageKind kind, const std::string& score) {
-    const bool isReference = kind == PageKind::collection;
-    const MatchedMotif match = matchedMotif(record, id, isReference ? DatabaseDatasets : Datasets);
-    const bool isSpacedLabel = kind == PageKind::globalMatching && record.direction == Direction::backward;
+std::string matchMarkup(const dataCombinedScore& record, long id, const PageContext& context,
+                        const std::string& score) {
+    const bool isReference = context.isCollection();
+    const MatchedMotif match = matchedMotif(record, id, context.inputMotifs, context.matchedMotifs);
+    const bool isSpacedLabel = context.kind == PageKind::globalMatching && record.direction == Direction::backward;
     std::string text =
         isReference ? "<table class='sansserif' width='1000' cellpadding='0' cellspacing='0' >\n"
                       "<col width= '300'>\n<col width= '700'>\n"
                     : "<table class='sansserif' width='600' cellpadding='0' cellspacing='0' >\n<col width= '300'>\n";
-    text += matchRows(record, match.motif, kind, score) + "</table>\n<br>\n";
+    text += matchRows(record, match.motif, context, score) + "</table>\n<br>\n";
     text += isSpacedLabel ? "<font face='Arial' size = '2'>\n" : "<font face='Arial' size='2'>\n";
     text += "Alignment:\n</font>\n<br>\n" + drawingLine(match.lines.other) + "<br>\n" + drawingLine(match.lines.own);
     text += "<p>\n";
@@ -85,12 +98,13 @@ std::string matchMarkup(const dataCombinedScore& record, long id, PageKind kind,
 
 void writeResultPageList(const ReportFile& page, PageKind kind, const std::vector<dataCombinedScore>& list, int mode,
                          long id) {
+    const PageContext context{kind, Datasets, kind == PageKind::collection ? DatabaseDatasets : Datasets, DBName};
     AppendingReport open(page);
     if ((mode != topMode && mode != eachMotifMode) || id <= 0) return;
     std::string text;
     for (const dataCombinedScore& record : list) {
-        if (kind == PageKind::collection && id != record.matrixID1) continue;
-        text += matchMarkup(record, id, kind, numberLike(open.stream(), record.combinedScore));
+        if (context.isCollection() && id != record.matrixID1) continue;
+        text += matchMarkup(record, id, context, numberLike(open.stream(), record.combinedScore));
         flushWhenLarge(open.stream(), text);
     }
     open.stream() << text;

@@ -10,13 +10,15 @@ namespace varnolix {
 
 namespace {
 
+constexpr std::size_t nameMargin = 10;
+
 struct TextColumn {
     std::string_view title;
     std::size_t width;
     std::string value;
 };
 
-/// A head line and the row below it.
+/// Appends the column titles and the row below them.
 void appendTable(std::string& text, const std::vector<TextColumn>& columns) {
     for (const TextColumn& column : columns) appendPadded(text, column.title, column.width);
     text += '\n';
@@ -37,10 +39,12 @@ std::string hyphenRule() {
     return std::string(ruleWidth, '-') + "\n";
 }
 
-/// Appends text to a report and keeps its notation: the cells of a matrix leave it fixed, with six decimals.
+/// Appends records to a stream and keeps track of its notation: the cells of a matrix switch it to fixed, with six
+/// decimals, and it stays so.
 class ResultWriter {
   public:
-    ResultWriter(std::ostream& stream, const ResultForm& form) : stream_(stream), form_(form) {}
+    ResultWriter(std::ostream& stream, const ResultForm& form, const ResultContext& context)
+        : stream_(stream), form_(form), context_(context) {}
     ~ResultWriter() { stream_ << text_; }
     ResultWriter(const ResultWriter&) = delete;
     ResultWriter& operator=(const ResultWriter&) = delete;
@@ -56,6 +60,7 @@ class ResultWriter {
 
     std::ostream& stream_;
     const ResultForm& form_;
+    const ResultContext& context_;
     std::string text_;
 };
 
@@ -64,15 +69,14 @@ void ResultWriter::appendMotif(const data& motif) {
         text_ += consensusBlock(motif);
         return;
     }
-    text_ += againstCollection() ? keptMatrixBlock(DatabaseDatasets, motif, DatabaseDatasetsMatrixText)
-                                 : keptMatrixBlock(Datasets, motif, DatasetsMatrixText);
+    text_ += keptMatrixBlock(context_.matchedMotifs, motif, context_.matrixTexts);
     if (!motif.matrix.empty()) stream_ << std::fixed;
 }
 
 void ResultWriter::writeMatch(const dataCombinedScore& record, long id) {
     if (againstCollection() && id != record.matrixID1) return;
-    const MatchedMotif match = matchedMotif(record, id, againstCollection() ? DatabaseDatasets : Datasets);
-    const std::size_t nameWidth = static_cast<std::size_t>(motifNameLength) + 10;
+    const MatchedMotif match = matchedMotif(record, id, context_.inputMotifs, context_.matchedMotifs);
+    const std::size_t nameWidth = context_.longestName + nameMargin;
     std::vector<TextColumn> columns;
     if (againstCollection()) {
         columns.push_back({"Motif ID", 15, match.motif.motifID});
@@ -84,7 +88,7 @@ void ResultWriter::writeMatch(const dataCombinedScore& record, long id) {
     appendAlignmentColumns(columns, record, score(record));
     appendTable(text_, columns);
     text_ += '\n';
-    if (againstCollection()) text_ += std::string(taxonLabel()) + ": " + match.motif.taxon + "\n\n";
+    if (againstCollection()) text_ += std::string(context_.taxonLabel) + ": " + match.motif.taxon + "\n\n";
     appendMotif(match.motif);
     text_ += "\nAlignment:\n" + match.lines.other + "\n" + match.lines.own + "\n\n" + hyphenRule();
     flushWhenLarge(stream_, text_);
@@ -99,11 +103,12 @@ void ResultWriter::appendPairMember(const data& motif) {
 }
 
 void ResultWriter::writePair(const dataCombinedScore& record) {
-    const data& first = motifOf(Datasets, record.matrixID1);
-    const data& second = motifOf(Datasets, record.matrixID2);
+    const std::vector<data>& motifs = context_.inputMotifs;
+    const data& first = motifOf(motifs, record.matrixID1);
+    const data& second = motifOf(motifs, record.matrixID2);
     std::vector<TextColumn> columns = {
-        {"Dataset #", 15, std::to_string(motifOf(Datasets, outerMatrixID(record)).datasetNum)},
-        {"Comparing dataset #", 25, std::to_string(motifOf(Datasets, innerMatrixID(record)).datasetNum)},
+        {"Dataset #", 15, std::to_string(motifOf(motifs, outerMatrixID(record)).datasetNum)},
+        {"Comparing dataset #", 25, std::to_string(motifOf(motifs, innerMatrixID(record)).datasetNum)},
         {"Motif ID in dataset", 25, std::to_string(first.matrixID)},
         {"Motif ID in comparing dataset", 35, std::to_string(second.matrixID)},
         {"Motif name in dataset", 40, first.motifName},
@@ -119,10 +124,9 @@ void ResultWriter::writePair(const dataCombinedScore& record) {
 
 }  // namespace
 
-void writeResultList(const ReportFile& report, const ResultForm& form, const std::vector<dataCombinedScore>& list,
-                     int mode, long id) {
-    AppendingReport open(report);
-    ResultWriter writer(open.stream(), form);
+void appendResultList(std::ostream& stream, const ResultForm& form, const ResultContext& context,
+                      const std::vector<dataCombinedScore>& list, int mode, long id) {
+    ResultWriter writer(stream, form, context);
     const bool isMatches = (mode == topMode || mode == eachMotifMode) && id > 0;
     const bool isPairs = mode == pairsMode && id == 0 && form.comparedWith == ComparedWith::inputMotifs;
     for (const dataCombinedScore& record : list) {
@@ -131,8 +135,19 @@ void writeResultList(const ReportFile& report, const ResultForm& form, const std
     }
 }
 
-const char* taxonLabel() {
-    return DBName == "transfac" || DBName.starts_with("uniprobe") ? "Species" : "Taxon";
+void writeResultList(const ReportFile& report, const ResultForm& form, const std::vector<dataCombinedScore>& list,
+                     int mode, long id) {
+    const bool isCollection = form.comparedWith == ComparedWith::collection;
+    AppendingReport open(report);
+    appendResultList(open.stream(), form,
+                     {Datasets, isCollection ? DatabaseDatasets : Datasets,
+                      isCollection ? DatabaseDatasetsMatrixText : DatasetsMatrixText,
+                      static_cast<std::size_t>(motifNameLength), taxonLabel(DBName)},
+                     list, mode, id);
+}
+
+const char* taxonLabel(std::string_view collectionName) {
+    return collectionName == "transfac" || collectionName.starts_with("uniprobe") ? "Species" : "Taxon";
 }
 
 }  // namespace varnolix

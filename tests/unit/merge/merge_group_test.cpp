@@ -11,8 +11,6 @@ using testing::motifOfText;
 
 class MergeGroupTest : public testing::RunTest {
   protected:
-    MergeGroupTest() { simCutoff = 0.9; }
-
     static dataCombinedScore record(int first, int second, unsigned columns) {
         dataCombinedScore made{};
         made.matrixID1 = first;
@@ -24,7 +22,7 @@ class MergeGroupTest : public testing::RunTest {
         return made;
     }
 
-    /// The flags of the steps, "YYN".
+    /// The flags of all steps, for example "YYN".
     std::string flags() const {
         std::string text;
         for (const auto& group : merged) {
@@ -34,10 +32,13 @@ class MergeGroupTest : public testing::RunTest {
     }
 
     void merge(const std::vector<dataCombinedScore>& group) {
-        mergeGroup(group, mergedMotifList, merged);
-        EXPECT_TRUE(mergedMotifList.empty());
+        mergeGroup(group, {Datasets, {4, 1.0, cutoff}}, work, steps, merged);
+        EXPECT_TRUE(steps.empty());
     }
 
+    double cutoff = 0.9;
+    combinedMatrices work;
+    std::vector<combinedMatrices> steps;
     std::vector<std::vector<combinedMatrices>> merged;
 };
 
@@ -72,7 +73,7 @@ TEST_F(MergeGroupTest, ReversedMotifIsMergedByItsReverseComplement) {
 }
 
 TEST_F(MergeGroupTest, RefusedFirstPairLeavesAllOut) {
-    // The halves of A and C are too far from both at this cutoff.
+    // Columns that are half A and half C do not match either motif at this cutoff.
     Datasets = {motifOfText(1, "AAAA"), motifOfText(2, "CCCC"), motifOfText(3, "AAAA")};
     dataCombinedScore reversed = record(1, 3, 4);
     reversed.matchingFormat2 = MatchingFormat::reverseComplement;
@@ -108,9 +109,10 @@ TEST_F(MergeGroupTest, MembersFollowTheFirstPair) {
     EXPECT_EQ(step.matrix2, Datasets[2].matrix);
 }
 
-TEST_F(MergeGroupTest, RefusedMemberAndAllBehindItAreLeftOut) {
-    // The member holds the running motif behind three columns, the first of which is no number. It aligns over the five
-    // columns they share, but what is merged of them keeps the odd column in front, and so aligns with nothing.
+TEST_F(MergeGroupTest, RefusedMemberAndAllLaterOnesAreLeftOut) {
+    // The member is three columns followed by the merged motif, and its first column is not a number. The two align
+    // over the five columns that they share. But their merge still begins with the odd column, so it aligns with
+    // nothing.
     data odd = motifOfText(3, "CCCAACGA");
     odd.matrix[0].fill(std::numeric_limits<double>::quiet_NaN());
     Datasets = {motifOfText(1, "AACGA"), motifOfText(2, "AACGA"), testing::motifOfMatrix(3, odd.matrix, 1, "odd"),
@@ -123,8 +125,8 @@ TEST_F(MergeGroupTest, RefusedMemberAndAllBehindItAreLeftOut) {
     EXPECT_EQ(merged[0][2].alignedMotif1, "AACGA");
 }
 
-TEST_F(MergeGroupTest, OrderTellsTheWeights) {
-    simCutoff = 0.5;
+TEST_F(MergeGroupTest, OrderDeterminesTheWeights) {
+    cutoff = 0.5;
     Datasets = {motifOfText(1, "AAAA"), motifOfText(2, "MMMM"), motifOfText(3, "AAAA")};
     merge({record(1, 2, 4), record(1, 3, 4)});
     ASSERT_EQ(flags(), "YY");

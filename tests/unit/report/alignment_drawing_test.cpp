@@ -13,7 +13,7 @@ constexpr MatchingFormat reversed = MatchingFormat::reverseComplement;
 constexpr Direction forward = Direction::forward;
 constexpr Direction backward = Direction::backward;
 
-/// A motif of which only the two texts matter.
+/// A motif of which only the two consensus strings matter.
 data texts(const char* consensus, const char* revCompConsensus) {
     data motif;
     motif.consensus = consensus;
@@ -87,7 +87,7 @@ TEST(AlignmentDrawing, FormatsChooseTheTexts) {
 }
 
 TEST(AlignmentDrawing, LengthsAreThoseOfTheForwardTexts) {
-    // A text may be shorter than its motif on one strand.
+    // On one strand, a text may be shorter than the motif.
     const data uneven = texts("AAAA", "aa");
     expectLines({{"own", eight, original, uneven, reversed, forward, 2, 4, "BBBBBBBB", "-aa---"},
                  {"other", uneven, reversed, eight, original, backward, 1, 4, "----aa", "BBBBBBBB"}});
@@ -110,7 +110,7 @@ class MatchedMotifTest : public testing::RunTest {
 TEST_F(MatchedMotifTest, MatchOfTheFirstMotifIsTheSecond) {
     record.matchingFormat1 = original;
     record.matchingFormat2 = reversed;
-    const MatchedMotif match = matchedMotif(record, 1, Datasets);
+    const MatchedMotif match = matchedMotif(record, 1, Datasets, Datasets);
     EXPECT_EQ(&match.motif, &Datasets[1]);
     EXPECT_EQ(match.lines.other, "aaaaaa--");
     EXPECT_EQ(match.lines.own, "BBBBBBBB");
@@ -119,20 +119,20 @@ TEST_F(MatchedMotifTest, MatchOfTheFirstMotifIsTheSecond) {
 TEST_F(MatchedMotifTest, OwnMotifIsDrawnByTheFirstFormatAlsoAsSecondMotif) {
     record.matchingFormat1 = original;
     record.matchingFormat2 = reversed;
-    const MatchedMotif match = matchedMotif(record, 2, Datasets);
+    const MatchedMotif match = matchedMotif(record, 2, Datasets, Datasets);
     EXPECT_EQ(&match.motif, &Datasets[0]);
     EXPECT_EQ(match.lines.other, "BBBBBBBB");
     EXPECT_EQ(match.lines.own, "AAAAAA--");
     record.matchingFormat1 = reversed;
     record.matchingFormat2 = original;
-    EXPECT_EQ(matchedMotif(record, 2, Datasets).lines.other, "bbbbbbbb");
-    EXPECT_EQ(matchedMotif(record, 2, Datasets).lines.own, "aaaaaa--");
+    EXPECT_EQ(matchedMotif(record, 2, Datasets, Datasets).lines.other, "bbbbbbbb");
+    EXPECT_EQ(matchedMotif(record, 2, Datasets, Datasets).lines.own, "aaaaaa--");
 }
 
 TEST_F(MatchedMotifTest, AgainstACollectionTheMatchComesFromThere) {
     const std::vector<data> collection = {six, other8};
     record.overlap = 8;
-    const MatchedMotif match = matchedMotif(record, 1, collection);
+    const MatchedMotif match = matchedMotif(record, 1, Datasets, collection);
     EXPECT_EQ(match.lines.other, "CCCCCCCC");
     EXPECT_EQ(match.lines.own, "BBBBBBBB");
 }

@@ -46,7 +46,7 @@ class ResultTextTest : public testing::FolderTest {
         made.position = 2;
         made.overlap = 4;
         made.combinedScore = score;
-        made.similarityScore = 99;  // not what is printed
+        made.similarityScore = 99;  // must not be printed
         made.primaryFlag = PrimaryFlag::yes;
         made.matchingFormat2 = MatchingFormat::reverseComplement;
         return made;
@@ -122,7 +122,7 @@ TEST_F(ResultTextTest, RecordOfSecondMotifShowsTheFirstInUncrossedColumns) {
     WriteTopResultsList(Records{record(2, 1, 0.85)}, 3, 1);
     const std::string text = read("Results.txt");
     EXPECT_THAT(text, HasSubstr(line("2", "2", "second", "0.85")));
-    // Both are drawn by the first format; the own one is moved.
+    // Both are drawn in the first format, and the own one is moved.
     EXPECT_THAT(text, HasSubstr("\nAlignment:\nTAACC\n-AACC\n\n"));
 }
 
@@ -159,7 +159,7 @@ TEST_F(ResultTextTest, FooterFollowsTheNotationOfItsReport) {
     EXPECT_THAT(read("Results.txt"), HasSubstr("Runtime: 2.500000 seconds"));
 }
 
-TEST_F(ResultTextTest, MotifWithoutColumnsLeavesTheNotation) {
+TEST_F(ResultTextTest, MotifWithoutColumnsKeepsTheNotation) {
     Datasets.push_back(testing::motifOfText(4, "", 2, "empty"));
     WriteTopResultsList(Records{record(1, 4, 0.85), record(1, 4, 0.25)}, 3, 1);
     EXPECT_THAT(read("Results.txt"), HasSubstr(line("2", "4", "empty", "0.25")));
@@ -181,7 +181,7 @@ TEST_F(ResultTextTest, NameColumnGrowsWithTheLongestName) {
 }
 
 TEST_F(ResultTextTest, PairsFormShowsBothMotifs) {
-    // The pair's outer motif is the second one of the record: datasets are those of the pair, not of the order.
+    // The record stores the outer motif second. The datasets are in the order of the pair, not of the record.
     dataCombinedScore pair = record(2, 1, 0.85);
     pair.primaryFlag = PrimaryFlag::empty;
     WriteTopResultsListWithoutMotif(Records{pair}, 1, 0);
@@ -291,15 +291,13 @@ TEST_F(ResultTextTest, CollectionReportsHaveNoPairsForm) {
     EXPECT_EQ(read("Results_Database_Matching.txt"), "");
 }
 
-TEST_F(ResultTextTest, TaxonIsCalledSpeciesForSomeCollections) {
+TEST(TaxonLabel, IsSpeciesForSomeCollections) {
     for (const char* name :
          {"transfac", "uniprobeHuman", "uniprobeMouse", "uniprobeParasite", "uniprobeWorm", "uniprobeYeast"}) {
-        DBName = name;
-        EXPECT_STREQ(taxonLabel(), "Species") << name;
+        EXPECT_STREQ(taxonLabel(name), "Species") << name;
     }
     for (const char* name : {"jasparAll", "jasparFungi", "jasparVertebrates", "N", ""}) {
-        DBName = name;
-        EXPECT_STREQ(taxonLabel(), "Taxon") << name;
+        EXPECT_STREQ(taxonLabel(name), "Taxon") << name;
     }
 }
 
