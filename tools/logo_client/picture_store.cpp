@@ -18,7 +18,7 @@ namespace {
 constexpr unsigned subfolders = 64;
 constexpr std::uint64_t megabyte = 1U << 20U;
 constexpr std::uint64_t defaultMegabytes = 256;
-constexpr std::uint64_t diskBlock = 512;  // the unit of stat, whatever the file system's own is
+constexpr std::uint64_t diskBlock = 512;  // the unit that stat uses on every file system
 constexpr std::string_view jpegStart = "\xff\xd8\xff";
 constexpr std::string_view jpegEnd = "\xff\xd9";
 
@@ -35,7 +35,7 @@ bool isOwn(const std::string& folder) {
     return stat(folder.c_str(), &status) == 0 && status.st_uid == getuid();
 }
 
-/// A file of a sub-folder.
+/// A file in a sub-folder.
 struct Entry {
     std::string path;
     std::uint64_t size;
@@ -55,8 +55,8 @@ std::vector<Entry> entriesOf(const std::string& folder) {
     return entries;
 }
 
-/// Removes the files that were not used for longest, until the rest is within the limit. Files that a killed caller
-/// left half written go this way too.
+/// Removes the least recently used files until the rest is within the limit. This also clears away half-written files
+/// that a killed caller has left.
 void trim(const std::string& folder, std::uint64_t limit) {
     std::vector<Entry> entries = entriesOf(folder);
     std::uint64_t total = 0;
@@ -79,7 +79,7 @@ std::optional<PictureStore> openStore() {
     std::string cache = setting("XDG_CACHE_HOME");
     if (cache.empty() || cache.front() != '/') {
         const std::string home = setting("HOME");
-        // Whoever has taken over somebody else's home puts nothing into it.
+        // With somebody else's HOME, as under sudo, nothing must be put there.
         if (home.empty() || home.front() != '/' || !isOwn(home)) return std::nullopt;
         cache = home + "/.cache";
     }
@@ -98,7 +98,7 @@ std::string pictureKey(const std::string& tools, const std::vector<std::string>&
     std::string key = "logo\ntools " + tools + "\n";
     for (const std::string& variable : environment) key += variable + "\n";
     for (const std::string& option : options) key += option + "\n";
-    // With its length no key is the beginning of another.
+    // The length makes sure that no key is the beginning of another one.
     return key + "matrix " + std::to_string(matrix.size()) + "\n" + std::string(matrix);
 }
 
@@ -125,13 +125,13 @@ void keepPicture(const PictureStore& store, const std::string& key, const std::s
     const std::string subfolder = subfolderOf(store, key);
     mkdir(subfolder.c_str(), S_IRWXU);
     const std::string path = entryPath(store, key);
-    const std::string newborn = path + "." + std::to_string(getpid());
-    Descriptor file(open(newborn.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
+    const std::string unfinished = path + "." + std::to_string(getpid());
+    Descriptor file(open(unfinished.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, S_IRUSR | S_IWUSR));
     if (!file.isOpen()) return;
     const std::string content = key + picture;
     const bool isWritten = writeAll(file.number(), content + checksum(content));
     file.close();
-    if (!isWritten || std::rename(newborn.c_str(), path.c_str()) != 0) unlink(newborn.c_str());
+    if (!isWritten || std::rename(unfinished.c_str(), path.c_str()) != 0) unlink(unfinished.c_str());
     trim(subfolder, store.limit / subfolders);
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using testing::blockOf;
 
-TEST(MotifsOfBaseRows, HeaderTellsIdAndName) {
+TEST(MotifsOfBaseRows, HeaderGivesIdAndName) {
     const std::vector<data> motifs =
         motifsOfBaseRows(blockOf({">MA0004.1 Arnt", "A [ 4 0 ]", "C [ 0 1 ]", "G [ 0 1 ]", "T [ 0 2 ]",  //
                                   ">MA0006.1", "A 1", "C 0", "G 0", "T 0"}),
@@ -40,7 +40,7 @@ TEST(MotifsOfBaseRows, MotifsAreNumberedInTheCollection) {
     }
 }
 
-TEST(MotifsOfBaseRows, WithoutTaxonTheHeaderTellsIt) {
+TEST(MotifsOfBaseRows, WithoutTaxonTheHeaderGivesIt) {
     const auto taxon = [](std::string_view header) {
         return motifsOfBaseRows(blockOf({header, "A 1", "C 0", "G 0", "T 0"}), "").at(0).taxon;
     };
@@ -63,10 +63,10 @@ TEST(MotifsOfBaseRows, MissingValuesCountZero) {
 }
 
 TEST(MotifsOfBaseRows, WithoutAnARowThereIsNoPosition) {
-    // There are as many positions as the A row has values.
+    // The A row decides how many positions there are.
     const std::vector<data> motifs =
         motifsOfBaseRows(blockOf({">a", "C 1", "G 1", "T 1",        //
-                                  ">b", "A 1 2", "C 1 0", "G 1 0",  // not closed: the next header begins anew
+                                  ">b", "A 1 2", "C 1 0", "G 1 0",  // not closed: the next header starts a new motif
                                   ">c", "C 1 0", "G 1 0", "T 1 2",  //
                                   ">d", "A 1", "C 0", "G 0", "T 0"}),
                          "");
@@ -79,7 +79,7 @@ TEST(MotifsOfBaseRows, WithoutAnARowThereIsNoPosition) {
     EXPECT_EQ(motifs[2].matrix, (Matrix{{1, 0, 0, 0}}));
 }
 
-TEST(MotifsOfBaseRows, RowsBehindATRowAreAnotherMotifOfTheSameHeader) {
+TEST(MotifsOfBaseRows, RowsAfterATRowAreAnotherMotifOfTheSameHeader) {
     const std::vector<data> motifs = motifsOfBaseRows(blockOf({">a name", "A 1 1", "C 0 1", "G 0 1", "T 0 1",  //
                                                                "A 0", "C 3", "G 0", "T 1",                     //
                                                                "C 1", "G 1", "T 2"}),
@@ -114,7 +114,7 @@ const std::initializer_list<std::string_view> twoEntries = {
     "01 0 0 5 5 K",
     "//"};
 
-TEST(MotifsOfTransfacEntries, TagsTellTheFields) {
+TEST(MotifsOfTransfacEntries, TagsSelectTheFields) {
     const std::vector<data> motifs = motifsOfTransfacEntries(blockOf(twoEntries));
     ASSERT_EQ(motifs.size(), 2U);
     EXPECT_EQ(motifs[0].motifID, "M00001");
@@ -131,7 +131,7 @@ TEST(MotifsOfTransfacEntries, NameOfDescriptionIsTheLastResort) {
     EXPECT_EQ(motifsOfTransfacEntries(blockOf({"DE name of it", "01 1 0 0 0"})).at(0).motifName, "name of it");
 }
 
-TEST(MotifsOfTransfacEntries, NextHeadEndsAnEntryToo) {
+TEST(MotifsOfTransfacEntries, NextHeaderEndsAnEntryToo) {
     for (const std::string_view head : {"AC b", "ID b", "NA b", "DE b"}) {
         const std::vector<data> motifs =
             motifsOfTransfacEntries(blockOf({"ID a", "01 1 0 0 0", "XX", head, "01 0 1 0 0", "02 0 1 0 0"}));
@@ -141,7 +141,7 @@ TEST(MotifsOfTransfacEntries, NextHeadEndsAnEntryToo) {
     }
 }
 
-TEST(MotifsOfTransfacEntries, SecondHeadBeforePositionsEndsNothing) {
+TEST(MotifsOfTransfacEntries, SecondHeaderBeforePositionsEndsNothing) {
     const std::vector<data> motifs = motifsOfTransfacEntries(blockOf({"AC a", "ID b", "NA c", "01 1 0 0 0"}));
     ASSERT_EQ(motifs.size(), 1U);
     EXPECT_EQ(motifs[0].motifID, "a");
@@ -192,7 +192,7 @@ TEST_F(ReadCollectionTest, EveryCollectionHasItsFileAndTaxon) {
         DatabaseDatasets.clear();
         install(each.place, each.file, oneMotif);
         each.read();
-        // No line end behind the last row: the motif is read all the same.
+        // There is no line end after the last row, but the motif is read anyway.
         ASSERT_EQ(DatabaseDatasets.size(), 1U) << each.name;
         EXPECT_EQ(DatabaseDatasets[0].taxon, each.taxon);
         EXPECT_EQ(DatabaseDatasets[0].consensus, "AC");

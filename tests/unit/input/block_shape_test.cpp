@@ -20,7 +20,7 @@ BlockOutcome outcomeOf(BlockClassifier& classifier, const Lines& lines) {
     return classifier.classify(shape);
 }
 
-/// The outcome of a first block.
+/// The outcome for the first block of a file.
 BlockOutcome outcomeOf(const Lines& lines) {
     BlockClassifier classifier;
     return outcomeOf(classifier, lines);
@@ -29,23 +29,23 @@ BlockOutcome outcomeOf(const Lines& lines) {
 const Lines loneName = {">name"};
 const Lines brokenMEME = {"---", "title", "---", "letter-probability matrix", "0.1 0.2"};
 
-/// Whether the block before left the mark that makes a lone name line wait.
-bool leavesHeld(BlockClassifier& classifier) {
+/// Whether the previous block has set the mark that makes a lone name line wait.
+bool setsHeld(BlockClassifier& classifier) {
     return outcomeOf(classifier, loneName) == BlockOutcome::hold;
 }
 
-/// Whether one of the marks of the token test stands.
-bool leavesNumberSeen(BlockClassifier& classifier) {
+/// Whether one of the marks of the token test is set.
+bool setsNumberSeen(BlockClassifier& classifier) {
     return outcomeOf(classifier, brokenMEME) == BlockOutcome::meme;
 }
 
-// Step 1
+// Empty blocks.
 
 TEST(BlockShape, EmptyBlockIsNothing) {
     EXPECT_EQ(outcomeOf({}), BlockOutcome::nothing);
 }
 
-// Step 2
+// TRANSFAC.
 
 TEST(BlockShape, TwoTokensAndSixRowsAreTransfac) {
     EXPECT_EQ(outcomeOf({"DE name", "1 1 2 3 4", "x", "y", "2 1 2 3 4 A", "XX"}), BlockOutcome::transfac);
@@ -57,7 +57,7 @@ TEST(BlockShape, FiveRowsAreNotTransfac) {
     EXPECT_EQ(outcomeOf({"DE name", "1 1 2 3 4", "2 1 2 3 4", "3 1 2 3 4", "XX"}), BlockOutcome::hold);
 }
 
-// Step 3
+// Jaspar.
 
 TEST(BlockShape, NameAndFourBaseRowsAreJaspar) {
     EXPECT_EQ(outcomeOf({">MA0004.1 Arnt", "A 1 2", "C 1 2", "G 1 2", "T 1 2"}), BlockOutcome::jaspar);
@@ -72,7 +72,7 @@ TEST(BlockShape, JasparBasesMustStandInOrderAndAlone) {
     }
 }
 
-// Steps 4 to 6
+// Several tokens in the first row: the token test.
 
 TEST(BlockShape, WordsAreHeld) {
     EXPECT_EQ(outcomeOf({"some words here", "and more of them"}), BlockOutcome::hold);
@@ -81,18 +81,18 @@ TEST(BlockShape, WordsAreHeld) {
     EXPECT_EQ(outcomeOf({"0.1 0.2 0.3 0.4", "0.1 0.2 0.3 1e-1"}), BlockOutcome::hold);
 }
 
-TEST(BlockShape, HoldingWordsLeavesTheMarkAsItIs) {
+TEST(BlockShape, HoldingWordsKeepsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"0.1 0.2", "0.1 0.2", "0.1 0.2", "0.1 0.2"});  // sets the mark
     EXPECT_EQ(outcomeOf(classifier, {"some words"}), BlockOutcome::hold);
-    EXPECT_TRUE(leavesHeld(classifier));
+    EXPECT_TRUE(setsHeld(classifier));
     BlockClassifier another;
     EXPECT_EQ(outcomeOf(another, {"some words"}), BlockOutcome::hold);
-    EXPECT_FALSE(leavesHeld(another));
+    EXPECT_FALSE(setsHeld(another));
 }
 
 TEST(BlockShape, ScanStopsAtTheFirstWholeNumber) {
-    // What stands behind it is not looked at, be it a number or not.
+    // What follows is not looked at, whether it is a number or not.
     EXPECT_EQ(outcomeOf({"1 x y z", "a b c d", "e f g h", "i j k l", "m n o p"}), BlockOutcome::matrixV);
     EXPECT_EQ(outcomeOf({"0.5 1 x"}), BlockOutcome::matrixV);
     EXPECT_EQ(outcomeOf({"0.5 x 1"}), BlockOutcome::hold);
@@ -102,7 +102,7 @@ TEST(BlockShape, SeveralPointsStopTheScanAsANumber) {
     EXPECT_EQ(outcomeOf({"1.2.3 words"}), BlockOutcome::matrixV);
 }
 
-TEST(BlockShape, TokenTestLeavesItsMarks) {
+TEST(BlockShape, TokenTestSetsItsMarks) {
     struct Case {
         Lines lines;
         bool numberSeen;
@@ -111,11 +111,11 @@ TEST(BlockShape, TokenTestLeavesItsMarks) {
         BlockClassifier classifier;
         outcomeOf(classifier, {"1 2"});
         outcomeOf(classifier, each.lines);
-        EXPECT_EQ(leavesNumberSeen(classifier), each.numberSeen) << *each.lines.begin();
+        EXPECT_EQ(setsNumberSeen(classifier), each.numberSeen) << *each.lines.begin();
     }
 }
 
-// Step 7
+// Horizontal matrices.
 
 TEST(BlockShape, FourRowsOfNumbersAreHorizontal) {
     EXPECT_EQ(outcomeOf({"0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4", "0.1 0.2 0.3 0.4"}),
@@ -124,10 +124,10 @@ TEST(BlockShape, FourRowsOfNumbersAreHorizontal) {
     EXPECT_EQ(outcomeOf({"0.1 0.2 0.3", "0.1 0.2 0.3", "0.1 0.2 0.3", "0.1 0.2 0.3"}), BlockOutcome::matrixH);
 }
 
-TEST(BlockShape, HorizontalLeavesTheMark) {
+TEST(BlockShape, HorizontalSetsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
-    EXPECT_TRUE(leavesHeld(classifier));
+    EXPECT_TRUE(setsHeld(classifier));
 }
 
 TEST(BlockShape, FourRowsOfDifferentLengthsAreHeldWithoutMark) {
@@ -136,11 +136,11 @@ TEST(BlockShape, FourRowsOfDifferentLengthsAreHeldWithoutMark) {
         BlockClassifier classifier;
         outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
         EXPECT_EQ(outcomeOf(classifier, lines), BlockOutcome::hold);
-        EXPECT_FALSE(leavesHeld(classifier));
+        EXPECT_FALSE(setsHeld(classifier));
     }
 }
 
-// Step 8
+// Vertical matrices.
 
 TEST(BlockShape, OtherCountsOfRowsAreVertical) {
     EXPECT_EQ(outcomeOf({"0.1 0.2 0.3 0.4"}), BlockOutcome::matrixV);
@@ -150,14 +150,14 @@ TEST(BlockShape, OtherCountsOfRowsAreVertical) {
     EXPECT_EQ(outcomeOf({"1 2 3 4 5", "1 2", "1"}), BlockOutcome::matrixV);
 }
 
-TEST(BlockShape, VerticalLeavesTheMarkAsItIs) {
+TEST(BlockShape, VerticalKeepsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
     outcomeOf(classifier, {"1 2 3 4"});
-    EXPECT_TRUE(leavesHeld(classifier));
+    EXPECT_TRUE(setsHeld(classifier));
 }
 
-// Step 9
+// Consensus strings.
 
 TEST(BlockShape, NameAndLettersAreConsensus) {
     EXPECT_EQ(outcomeOf({">name", "ACGTRYKMSWBDHVN-"}), BlockOutcome::consensus);
@@ -171,15 +171,15 @@ TEST(BlockShape, OtherPairsOfRowsAreHeld) {
     EXPECT_EQ(outcomeOf({">name", "0.1 0.2 0.3 0.4"}), BlockOutcome::hold);
 }
 
-TEST(BlockShape, ConsensusLeavesTheMarkAsItIs) {
+TEST(BlockShape, ConsensusKeepsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
     outcomeOf(classifier, {">name", "ACGT"});
     outcomeOf(classifier, {">name", "acgt"});
-    EXPECT_TRUE(leavesHeld(classifier));
+    EXPECT_TRUE(setsHeld(classifier));
 }
 
-// Step 10
+// MEME.
 
 TEST(BlockShape, LetterProbabilityIsMEME) {
     EXPECT_EQ(outcomeOf({"---", "Motif 1 matrix", "---", "letter-probability matrix: w= 2", "0.1 0.2 0.3 0.4",
@@ -208,7 +208,7 @@ TEST(BlockShape, MEMETestReplacesTheMarks) {
     outcomeOf(classifier, {"0.1 0.2"});
     EXPECT_EQ(outcomeOf(classifier, {"---", "title", "---", "letter-probability", "0.1 0.2 0.3 x"}),
               BlockOutcome::hold);
-    EXPECT_FALSE(leavesNumberSeen(classifier));
+    EXPECT_FALSE(setsNumberSeen(classifier));
 }
 
 TEST(BlockShape, LetterProbabilityMustBeAWholeToken) {
@@ -217,7 +217,7 @@ TEST(BlockShape, LetterProbabilityMustBeAWholeToken) {
     EXPECT_EQ(outcomeOf({"- -", "title", "---", "letter-probability", "0.1 0.2 0.3 0.4"}), BlockOutcome::hold);
 }
 
-// Step 11
+// Lone names.
 
 TEST(BlockShape, LoneNameIsAnEmptyRawBlock) {
     EXPECT_EQ(outcomeOf(loneName), BlockOutcome::rawPSSM);
@@ -230,75 +230,75 @@ TEST(BlockShape, LoneNameWaitsWhileTheMarkStands) {
     EXPECT_EQ(outcomeOf(classifier, loneName), BlockOutcome::hold);
 }
 
-// Step 12
+// Aligned sequences.
 
 TEST(BlockShape, SequencesOfOneLengthAreAnAlignment) {
     EXPECT_EQ(outcomeOf({">name", "ACGT", "ACGA", "ACG-"}), BlockOutcome::seqAlign);
     EXPECT_EQ(outcomeOf({">name", "A", "C"}), BlockOutcome::seqAlign);
 }
 
-TEST(BlockShape, SequencesHeldByTokenCountLeaveNoMark) {
+TEST(BlockShape, SequencesHeldByTokenCountSetNoMark) {
     for (const Lines& lines : {Lines{">name", "ACGT", "ACGT ACGT"}, Lines{">name", "ACGT", "ACGT", "0.1 0.2"}}) {
         BlockClassifier classifier;
         outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
         EXPECT_EQ(outcomeOf(classifier, lines), BlockOutcome::hold);
-        EXPECT_FALSE(leavesHeld(classifier));
+        EXPECT_FALSE(setsHeld(classifier));
     }
 }
 
 TEST(BlockShape, TokenCountIsTestedBeforeLengthAndLetters) {
     BlockClassifier classifier;
     EXPECT_EQ(outcomeOf(classifier, {">name", "ACGT", "AC", "acgt", "A C"}), BlockOutcome::hold);
-    EXPECT_FALSE(leavesHeld(classifier));
+    EXPECT_FALSE(setsHeld(classifier));
 }
 
-TEST(BlockShape, SequencesOfDifferentLengthLeaveTheMark) {
+TEST(BlockShape, SequencesOfDifferentLengthSetTheMark) {
     BlockClassifier classifier;
     EXPECT_EQ(outcomeOf(classifier, {">name", "ACGT", "ACGTA"}), BlockOutcome::hold);
-    EXPECT_TRUE(leavesHeld(classifier));
+    EXPECT_TRUE(setsHeld(classifier));
 }
 
-TEST(BlockShape, OddLettersInSequencesLeaveTheMark) {
+TEST(BlockShape, OddLettersInSequencesSetTheMark) {
     for (const Lines& lines : {Lines{">name", "ACGN", "ACGT"}, Lines{">name", "ACGT", "acgt"}}) {
         BlockClassifier classifier;
         EXPECT_EQ(outcomeOf(classifier, lines), BlockOutcome::hold);
-        EXPECT_TRUE(leavesHeld(classifier));
+        EXPECT_TRUE(setsHeld(classifier));
     }
 }
 
-TEST(BlockShape, AlignmentTakesTheMarkAway) {
+TEST(BlockShape, AlignmentClearsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
     EXPECT_EQ(outcomeOf(classifier, {">name", "ACGT", "ACGA"}), BlockOutcome::seqAlign);
-    EXPECT_FALSE(leavesHeld(classifier));
+    EXPECT_FALSE(setsHeld(classifier));
 }
 
-// Steps 13 and 14
+// Raw matrices, and everything else.
 
 TEST(BlockShape, NameAndRowsOfFourAreRaw) {
     EXPECT_EQ(outcomeOf({">name", "1 2 3 4", "1 2 3 4"}), BlockOutcome::rawPSSM);
     EXPECT_EQ(outcomeOf({">name", "any four tokens here", "0.1 0.2 0.3 0.4", "x y z 1"}), BlockOutcome::rawPSSM);
 }
 
-TEST(BlockShape, RawTakesTheMarkAway) {
+TEST(BlockShape, RawClearsTheMark) {
     BlockClassifier classifier;
     outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
     outcomeOf(classifier, {">name", "1 2 3 4", "1 2 3 4"});
-    EXPECT_FALSE(leavesHeld(classifier));
+    EXPECT_FALSE(setsHeld(classifier));
 }
 
-TEST(BlockShape, OtherRowsBehindANameAreHeldWithoutMark) {
+TEST(BlockShape, OtherRowsAfterANameAreHeldWithoutMark) {
     for (const Lines& lines :
          {Lines{">name", "1 2 3 4", "1 2 3"}, Lines{">name", "1 2 3 4", "1 2 3 4", "1 2 3 4 5"},
           Lines{">name", "1 2", "1 2"}, Lines{">name", "1 2 3", "1 2 3 4"}, Lines{">name", "1 2 3 4 5", "1 2 3 4 5"}}) {
         BlockClassifier classifier;
         outcomeOf(classifier, {"1 0", "0 1", "0 0", "0 0"});
         EXPECT_EQ(outcomeOf(classifier, lines), BlockOutcome::hold);
-        EXPECT_FALSE(leavesHeld(classifier));
+        EXPECT_FALSE(setsHeld(classifier));
     }
 }
 
-// A shape that grows while it is held, and one that begins anew.
+// A shape that grows while it is held, and one that starts again.
 
 TEST(BlockShape, HeldRowsJoinTheNextBlock) {
     BlockClassifier classifier;

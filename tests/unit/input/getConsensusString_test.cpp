@@ -40,12 +40,12 @@ TEST(ConsensusString, LeadBelowTwiceTheSecondNamesTwo) {
     expectAll({{{0.55, 0.3, 0.1, 0.05}, "M"}, {{0.0, 0.58, 0.3, 0.12}, "S"}});
 }
 
-TEST(ConsensusString, HalfIsNotMoreThanHalf) {
+TEST(ConsensusString, ExactlyHalfIsNotEnoughForOneLetter) {
     // Twice the second, but exactly half: A, C, and of G and T the latter.
     expectAll({{{0.5, 0.25, 0.125, 0.125}, "H"}, {{0.5, 0.5, 0.0, 0.0}, "M"}, {{0.0, 0.5, 0.5, 0.0}, "S"}});
 }
 
-TEST(ConsensusString, ThreeQuartersIsNotMoreThanThreeQuarters) {
+TEST(ConsensusString, ExactlyThreeQuartersIsNotEnoughForTwo) {
     // 0.5 + 0.25 is exactly 0.75, so three are named; 0.25 three times is exactly 0.75, so none is.
     expectAll({{{0.25, 0.0, 0.25, 0.5}, "D"}, {{0.25, 0.25, 0.25, 0.25}, "N"}, {{0.0, 0.25, 0.25, 0.25}, "N"}});
 }
@@ -79,13 +79,13 @@ TEST(ConsensusString, OfEqualValuesTheHigherBaseCountsAsLarger) {
 }
 
 TEST(ConsensusString, TwoMajoritiesGiveNoLetter) {
-    // Possible only where the sum exceeds 1: both above a half, the best less than twice the second.
+    // Only possible if the sum exceeds 1: both are above one half, and the best is less than twice the second.
     EXPECT_EQ(getConsensusString({{0.9, 0.5, 0, 0}}), "");
     EXPECT_EQ(getConsensusString({{1, 0, 0, 0}, {0.6, 0.6, 0, 0}, {0, 0, 0, 1}}), "AT");
-    EXPECT_EQ(getConsensusString({{0.5, 0.5, 0.5, 0}}), "S");  // the best is not above a half: G and C
+    EXPECT_EQ(getConsensusString({{0.5, 0.5, 0.5, 0}}), "S");  // the best is not above one half: G and C
 }
 
-TEST(ConsensusString, TwiceTheSecondGoesBeforeTwoMajorities) {
+TEST(ConsensusString, TwiceTheSecondTakesPrecedenceOverTwoMajorities) {
     EXPECT_EQ(getConsensusString({{1.0, 0.5, 0, 0}}), "A");
 }
 
@@ -93,7 +93,7 @@ TEST(ConsensusString, AllZeroColumnIsAnyBase) {
     EXPECT_EQ(getConsensusString({{0, 0, 0, 0}}), "N");
 }
 
-TEST(ConsensusString, ColumnOfNoNumbersIsAnyBase) {
+TEST(ConsensusString, ColumnOfNotANumberIsAnyBase) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(getConsensusString({{nan, nan, nan, nan}}), "N");
 }
@@ -102,7 +102,7 @@ TEST(ConsensusString, OneLetterPerPosition) {
     EXPECT_EQ(getConsensusString({{1, 0, 0, 0}, {0.25, 0.25, 0.25, 0.25}, {0, 0.5, 0, 0.5}, {0, 0, 1, 0}}), "ANYG");
 }
 
-/// The rule once more, by sorting whole cells.
+/// A second implementation of the rule, which sorts whole cells.
 std::string letterOf(const Column& column) {
     std::vector<std::pair<double, int>> cells;
     for (int base = 0; base < 4; ++base) cells.emplace_back(column[static_cast<std::size_t>(base)], base);
@@ -131,7 +131,7 @@ TEST(ConsensusString, AgreesWithTheRuleOnRandomColumns) {
         Column column{};
         double sum = 0;
         for (double& value : column) sum += value = static_cast<double>(engine() % 9);
-        // Sums above 1 as well; coarse counts give many ties.
+        // Sums above 1 occur as well, and coarse counts give many equal values.
         if (round % 4 != 0 && sum > 0) {
             for (double& value : column) value /= sum;
         } else {

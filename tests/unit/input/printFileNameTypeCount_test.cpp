@@ -21,7 +21,7 @@ TEST_F(PrintFileNameTypeCountTest, ColumnIsAsWideAsTheLongestName) {
               "b.txt          0                   2              \n\n");
 }
 
-TEST_F(PrintFileNameTypeCountTest, HeadOverflowsShortNames) {
+TEST_F(PrintFileNameTypeCountTest, TitlesOverflowShortNames) {
     FileNameType = {{"a", 4, 3, 1}};
     const testing::Console console;
     printFileNameTypeCount();

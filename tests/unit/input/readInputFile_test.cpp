@@ -78,7 +78,7 @@ TEST_F(ReadInputFileTest, NumbersMotifsAndMovesToTheNextFile) {
     EXPECT_EQ(FileNameType[1].motifCount, 1);
 }
 
-TEST_F(ReadInputFileTest, FileWithoutMotifMovesOnAllTheSame) {
+TEST_F(ReadInputFileTest, FileWithoutMotifStillCountsAsAFile) {
     readText("no motif here\n\n");
     EXPECT_THAT(Datasets, IsEmpty());
     EXPECT_EQ(FileNameType[0].motifCount, 0);
@@ -151,7 +151,7 @@ TEST_F(ReadInputFileTest, ThirtySecondLineWithoutLineEndClosesTheBlock) {
     EXPECT_THAT(lengths(), ElementsAre(31U));
 }
 
-TEST_F(ReadInputFileTest, ThirtyFirstLineWithoutLineEndDoesNot) {
+TEST_F(ReadInputFileTest, ThirtyFirstLineWithoutLineEndDoesNotCloseTheBlock) {
     readText(positions(30) + "31 1 1 1");
     EXPECT_THAT(Datasets, IsEmpty());
 }
@@ -167,15 +167,15 @@ TEST_F(ReadInputFileTest, GoodBlocksBeforeAHeldOneAreKept) {
 }
 
 TEST_F(ReadInputFileTest, HeldBlockMayBeCompleted) {
-    // "letter-probability" with its rows behind an empty line.
+    // The rows of "letter-probability" follow after an empty line.
     readText("----\ntitle\n----\nletter-probability matrix\n\n0.25 0.25 0.25 0.25\n1.0 0.0 0.0 0.0\n\n");
     EXPECT_THAT(names(), ElementsAre("Motif 1"));
     EXPECT_THAT(lengths(), ElementsAre(2U));
 }
 
-TEST_F(ReadInputFileTest, HeldBlockIsLookedAtAgainAfterThirtyOneMoreLines) {
-    // Two words alone are held. With six lines or more behind them they are the head of a TRANSFAC block, which has no
-    // position line here, and the thirty-second line is lost.
+TEST_F(ReadInputFileTest, HeldBlockIsClassifiedAgainAfterThirtyOneMoreLines) {
+    // Two words on their own are held. With more lines after them they begin a TRANSFAC block, which has no position
+    // lines here. The thirty-second line is lost.
     readText("two words\n\n" + positions(31) + "lost\n>name\nACGT\n\n");
     EXPECT_THAT(names(), ElementsAre("words", "name"));
     EXPECT_THAT(lengths(), ElementsAre(0U, 4U));
@@ -192,7 +192,7 @@ TEST_F(ReadInputFileTest, LoneNameIsReadAsAnEmptyMotif) {
     EXPECT_THAT(lengths(), ElementsAre(0U, 2U));
 }
 
-TEST_F(ReadInputFileTest, LoneNameBehindAHorizontalMatrixWaitsForItsRows) {
+TEST_F(ReadInputFileTest, LoneNameAfterAHorizontalMatrixWaitsForItsRows) {
     readText("1 0\n0 1\n0 0\n0 0\n\n>name\n\n1 0 0 0\n0 1 0 0\n\n");
     EXPECT_THAT(names(), ElementsAre("NA", "name"));
     EXPECT_THAT(lengths(), ElementsAre(2U, 2U));
@@ -204,7 +204,7 @@ TEST_F(ReadInputFileTest, MarksDoNotOutliveTheFile) {
     EXPECT_THAT(names(), ElementsAre("NA", "lone"));
 }
 
-TEST_F(ReadInputFileTest, FormatTypedPlaysNoPart) {
+TEST_F(ReadInputFileTest, TypedFormatDoesNotMatter) {
     for (int format = 1; format <= 10; ++format) {
         testing::resetGlobals();
         inputPath = folder();

@@ -78,7 +78,7 @@ TEST_F(WriteMotifInputTest, ListsMoreThanABufferHolds) {
     EXPECT_GT(text.size(), std::size_t{1} << 20U);
 }
 
-TEST_F(WriteMotifInputTest, MissingFolderIsPassedOver) {
+TEST_F(WriteMotifInputTest, MissingFolderDoesNotEndTheRun) {
     outputPath = folder() + "missing/";
     writeMotifInput();
     EXPECT_FALSE(std::filesystem::exists(folder() + "missing"));

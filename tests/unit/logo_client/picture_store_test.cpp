@@ -62,7 +62,7 @@ class PictureStoreTest : public testing::Test {
     PictureStore store;
 };
 
-TEST_F(PictureStoreTest, GivesBackWhatItKeeps) {
+TEST_F(PictureStoreTest, ReturnsWhatWasStored) {
     EXPECT_EQ(storedPicture(store, "key"), std::nullopt);
     const std::string picture = pictureOf(std::string("with a \0 byte", 13));
     keepPicture(store, "key", picture);
@@ -78,7 +78,7 @@ TEST_F(PictureStoreTest, LeavesNothingButTheEntry) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder), {}), 1);
 }
 
-TEST_F(PictureStoreTest, TakesNoEntryThatIsCut) {
+TEST_F(PictureStoreTest, IgnoresATruncatedEntry) {
     keepPicture(store, "key", pictureOf("some picture"));
     const std::string entry = contentOf(entryPath(store, "key"));
     for (std::size_t length = 0; length < entry.size(); ++length) {
@@ -89,7 +89,7 @@ TEST_F(PictureStoreTest, TakesNoEntryThatIsCut) {
     EXPECT_EQ(storedPicture(store, "key"), pictureOf("some picture"));
 }
 
-TEST_F(PictureStoreTest, TakesNoEntryWithAnyByteChanged) {
+TEST_F(PictureStoreTest, IgnoresAnEntryWithAnyByteChanged) {
     keepPicture(store, "key", pictureOf("some picture"));
     const std::string entry = contentOf(entryPath(store, "key"));
     for (std::size_t place = 0; place < entry.size(); ++place) {
@@ -102,17 +102,17 @@ TEST_F(PictureStoreTest, TakesNoEntryWithAnyByteChanged) {
     EXPECT_EQ(storedPicture(store, "key"), std::nullopt);
 }
 
-TEST_F(PictureStoreTest, TakesNoEntryOfAnotherKey) {
-    // As if both keys had one hash.
+TEST_F(PictureStoreTest, IgnoresAnEntryOfAnotherKey) {
+    // As if both keys had the same hash.
     keepPicture(store, "key", pictureOf("of the key"));
     keepPicture(store, "other", pictureOf("of the other"));
     write(entryPath(store, "key"), contentOf(entryPath(store, "other")));
     EXPECT_EQ(storedPicture(store, "key"), std::nullopt);
 }
 
-TEST_F(PictureStoreTest, LetsGoOfWhatWasNotUsedForLongest) {
+TEST_F(PictureStoreTest, RemovesTheLeastRecentlyUsed) {
     const std::vector<std::string> keys = neighbours(5);
-    const std::string picture = pictureOf(std::string(6000, 'x'));  // two blocks of 4 kB on the disk
+    const std::string picture = pictureOf(std::string(6000, 'x'));  // two disk blocks of 4 kB
     for (std::size_t i = 0; i < 4; ++i) {
         keepPicture(store, keys[i], picture);
         age(keys[i], 1000 - static_cast<int>(i));
@@ -129,20 +129,20 @@ TEST_F(PictureStoreTest, LetsGoOfWhatWasNotUsedForLongest) {
     EXPECT_EQ(storedPicture(store, keys[4]), picture);
 }
 
-TEST_F(PictureStoreTest, KeepsNothingWithoutRoom) {
+TEST_F(PictureStoreTest, StoresNothingIfTheLimitIsZero) {
     store.limit = 0;
     keepPicture(store, "key", pictureOf("a"));
     EXPECT_EQ(storedPicture(store, "key"), std::nullopt);
     EXPECT_FALSE(std::filesystem::exists(entryPath(store, "key")));
 }
 
-TEST_F(PictureStoreTest, KeepsNothingWithoutAFolder) {
+TEST_F(PictureStoreTest, StoresNothingWithoutAFolder) {
     store.folder = top + "/nowhere";
     keepPicture(store, "key", pictureOf("a"));
     EXPECT_EQ(storedPicture(store, "key"), std::nullopt);
 }
 
-TEST(PictureKey, TellsItsPartsApart) {
+TEST(PictureKey, DiffersIfAnyPartDiffers) {
     const std::string key = pictureKey("t", {"A=1"}, {"--x", "y"}, "m");
     EXPECT_NE(key, pictureKey("u", {"A=1"}, {"--x", "y"}, "m"));
     EXPECT_NE(key, pictureKey("t", {"A=2"}, {"--x", "y"}, "m"));

@@ -30,11 +30,11 @@ class ToolStateTest : public testing::Test {
         std::ofstream(top + "/" + name, std::ios::trunc) << content;
     }
 
-    /// Puts back the times of reading and writing, as packages set them.
-    void makeOld(const std::string& name) const {
+    /// Sets the access and modification times to the past, as installing a package does.
+    void backdate(const std::string& name) const {
         const struct timespec times[2] = {{1, 0}, {1, 0}};
         utimensat(AT_FDCWD, (top + "/" + name).c_str(), static_cast<const struct timespec*>(times), 0);
-        usleep(20000);  // file systems count time in steps of some milliseconds
+        usleep(20000);  // the time stamps of file systems have steps of a few milliseconds
     }
 
     std::string top;
@@ -46,36 +46,36 @@ TEST_F(ToolStateTest, StaysWhileNothingChanges) {
     EXPECT_EQ(toolState(files), toolState(files));
 }
 
-TEST_F(ToolStateTest, ChangesWithAReplacedFileOfEqualSizeAndTime) {
-    makeOld("gs");
+TEST_F(ToolStateTest, ChangesIfAFileIsReplacedByOneOfEqualSizeAndTime) {
+    backdate("gs");
     const std::string before = toolState(files);
     write("new", "PROGRAM");
-    makeOld("new");
+    backdate("new");
     std::filesystem::rename(top + "/new", top + "/gs");
     EXPECT_NE(toolState(files), before);
 }
 
-TEST_F(ToolStateTest, ChangesWithAFileWrittenInPlaceAndMadeOld) {
-    makeOld("package/logo.py");
+TEST_F(ToolStateTest, ChangesIfAFileIsOverwrittenAndBackdated) {
+    backdate("package/logo.py");
     const std::string before = toolState(files);
     write("package/logo.py", "SOURCE");
-    makeOld("package/logo.py");
+    backdate("package/logo.py");
     EXPECT_NE(toolState(files), before);
 }
 
-TEST_F(ToolStateTest, ChangesWithAFileMoreInAPackage) {
+TEST_F(ToolStateTest, ChangesIfAPackageGetsAnotherFile) {
     const std::string before = toolState(files);
     write("package/color.py", "");
     EXPECT_NE(toolState(files), before);
 }
 
-TEST_F(ToolStateTest, ChangesWithAnOtherThatComes) {
+TEST_F(ToolStateTest, ChangesIfAnOptionalFileAppears) {
     const std::string before = toolState(files);
     std::filesystem::create_directory(top + "/fonts");
     EXPECT_NE(toolState(files), before);
 }
 
-TEST_F(ToolStateTest, IsUnknownWithoutANeededOne) {
+TEST_F(ToolStateTest, IsEmptyIfANeededFileIsMissing) {
     std::filesystem::remove(top + "/gs");
     EXPECT_EQ(toolState(files), "");
 }

@@ -50,7 +50,7 @@ TEST_F(ReportPassesTest, TextSectionListsItsMotifs) {
     EXPECT_FALSE(myfile.is_open());
 }
 
-TEST_F(ReportPassesTest, BlockOfTheMotifLeavesTheNotation) {
+TEST_F(ReportPassesTest, BlockOfTheMotifKeepsTheNotation) {
     writePass(walk({2}), {reports::full, PassForm::text, WriteTopResultsList});
     EXPECT_THAT(read("Results.txt"), HasSubstr("0.85           \n"));
 }

@@ -18,7 +18,7 @@ constexpr const char* mountsOfVersion1 =
     "32 31 0:29 / /sys/fs/cgroup/cpu rw - cgroup cgroup rw,cpu\n"
     "35 31 0:32 / /sys/fs/cgroup/memory rw - cgroup cgroup rw,memory\n";
 
-/// A root folder with files in place of those of the system.
+/// A root folder that stands in for the one of the system.
 class ControlGroupTest : public testing::FolderTest {
   protected:
     void put(const std::string& name, std::string_view text) const {
@@ -29,7 +29,7 @@ class ControlGroupTest : public testing::FolderTest {
         put("proc/self/cgroup", groups);
         put("proc/self/mountinfo", mounts);
     }
-    /// 0 for no limit.
+    /// 0 if there is no limit.
     std::size_t limit() const {
         const std::string root = folder();
         return controlGroupLimit(root.substr(0, root.size() - 1)).value_or(0);
@@ -49,7 +49,7 @@ TEST_F(ControlGroupTest, Version2LimitsByTheGroupOfTheProcess) {
     EXPECT_EQ(limit(), 400'000'000U);
 }
 
-TEST_F(ControlGroupTest, OuterGroupsLimitToo) {
+TEST_F(ControlGroupTest, OuterGroupsCountToo) {
     enter("0::/outer/middle/job\n", mountsOfVersion2);
     put("sys/fs/cgroup/outer/middle/job/memory.max", "500\n");
     put("sys/fs/cgroup/outer/middle/memory.max", "max\n");
@@ -78,7 +78,7 @@ TEST_F(ControlGroupTest, BothVersionsCount) {
     EXPECT_EQ(limit(), 600U);
 }
 
-TEST_F(ControlGroupTest, WithoutATableOfMountsTheUsualFoldersCount) {
+TEST_F(ControlGroupTest, WithoutATableOfMountsTheUsualFoldersAreUsed) {
     put("proc/self/cgroup", "4:memory:/job\n0::/job\n");
     put("sys/fs/cgroup/job/memory.max", "800\n");
     EXPECT_EQ(limit(), 800U);
@@ -87,20 +87,20 @@ TEST_F(ControlGroupTest, WithoutATableOfMountsTheUsualFoldersCount) {
 }
 
 TEST_F(ControlGroupTest, AMountMayShowAnInnerGroup) {
-    // As in a container that sees its own group as the outermost one.
+    // As in a container, which sees its own group as the outermost one.
     enter("4:memory:/docker/abc/job\n", "35 31 0:32 /docker/abc /groups rw - cgroup cgroup rw,memory\n");
     put("groups/job/memory.limit_in_bytes", "700\n");
     EXPECT_EQ(limit(), 700U);
     put("groups/memory.limit_in_bytes", "600\n");
     EXPECT_EQ(limit(), 600U);
-    // A group that cannot be seen from here: what is shown counts.
+    // If the own group cannot be seen, the shown one counts.
     put("proc/self/cgroup", "4:memory:/docker/abcdef\n");
     EXPECT_EQ(limit(), 600U);
     put("proc/self/cgroup", "4:memory:/../abc\n");
     EXPECT_EQ(limit(), 600U);
 }
 
-TEST_F(ControlGroupTest, WhatIsNoNumberIsNoLimit) {
+TEST_F(ControlGroupTest, AnythingButANumberMeansNoLimit) {
     for (const char* text : {"max\n", "", "many\n", "-5\n", "12x\n", "99999999999999999999999\n"}) {
         enter("0::/job\n", mountsOfVersion2);
         put("sys/fs/cgroup/job/memory.max", text);
@@ -111,8 +111,9 @@ TEST_F(ControlGroupTest, WhatIsNoNumberIsNoLimit) {
     EXPECT_EQ(limit(), 500U);
 }
 
-/// In a child process, under a limit: what the process may have.
-[[noreturn]] void tellMemoryUnder(__rlimit_resource_t resource, std::size_t (*memory)(), bool (*isRight)(std::size_t)) {
+/// Runs in a child process: sets a limit and checks what the process may use.
+[[noreturn]] void checkMemoryUnder(__rlimit_resource_t resource, std::size_t (*memory)(),
+                                   bool (*isRight)(std::size_t)) {
     const rlimit limit{std::size_t{1} << 28U, std::size_t{1} << 28U};
     setrlimit(resource, &limit);
     std::_Exit(isRight(memory()) ? 0 : 3);
@@ -121,13 +122,13 @@ TEST_F(ControlGroupTest, WhatIsNoNumberIsNoLimit) {
 TEST(UsableMemoryDeathTest, LimitsOfTheProcessCount) {
     const auto isLimit = [](std::size_t bytes) { return bytes == std::size_t{1} << 28U; };
     ASSERT_GT(usableMemory(), std::size_t{1} << 28U) << "this machine is too small for the test";
-    EXPECT_EXIT(tellMemoryUnder(RLIMIT_AS, usableMemory, isLimit), ::testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(tellMemoryUnder(RLIMIT_DATA, usableMemory, isLimit), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(checkMemoryUnder(RLIMIT_AS, usableMemory, isLimit), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(checkMemoryUnder(RLIMIT_DATA, usableMemory, isLimit), ::testing::ExitedWithCode(0), "");
 }
 
-TEST(UsableMemoryDeathTest, WhatIsMappedIsNotLeft) {
+TEST(UsableMemoryDeathTest, MappedMemoryIsNotFree) {
     const auto isLess = [](std::size_t bytes) { return bytes < std::size_t{1} << 28U; };
-    EXPECT_EXIT(tellMemoryUnder(RLIMIT_AS, memoryLeft, isLess), ::testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(checkMemoryUnder(RLIMIT_AS, memoryLeft, isLess), ::testing::ExitedWithCode(0), "");
     EXPECT_LT(memoryLeft(), memoryOfProcess());
 }
 

@@ -21,7 +21,7 @@ using std::filesystem::create_symlink;
 
 class OutputFileTest : public testing::FolderTest {
   protected:
-    // The child of a death test shares the folder, which is removed once.
+    // With this style, the child of a death test shares the folder, which is removed only once.
     OutputFileTest() { GTEST_FLAG_SET(death_test_style, "fast"); }
 
     std::string path() const { return folder() + "out.txt"; }
@@ -35,7 +35,7 @@ class OutputFileTest : public testing::FolderTest {
     }
 };
 
-TEST_F(OutputFileTest, MakesAFile) {
+TEST_F(OutputFileTest, CreatesAFile) {
     std::ofstream stream;
     openOutput(stream, path());
     stream << "text";
@@ -43,7 +43,7 @@ TEST_F(OutputFileTest, MakesAFile) {
     EXPECT_EQ(read("out.txt"), "text");
 }
 
-TEST_F(OutputFileTest, RightsAreThoseOfAnyNewFile) {
+TEST_F(OutputFileTest, PermissionsAreThoseOfAnyNewFile) {
     EXPECT_TRUE(opens());
     std::ofstream(folder() + "plain.txt").close();
     EXPECT_EQ(std::filesystem::status(path()).permissions(),
@@ -62,7 +62,7 @@ TEST_F(OutputFileTest, EmptiesOrAppends) {
     EXPECT_EQ(read("out.txt"), "");
 }
 
-TEST_F(OutputFileTest, NotationLivesOn) {
+TEST_F(OutputFileTest, NotationSurvivesClosing) {
     std::ofstream stream;
     openOutput(stream, path());
     stream << std::fixed << std::setprecision(6);
@@ -89,7 +89,7 @@ TEST_F(OutputFileTest, LeavesNoDescriptorOpen) {
     EXPECT_EQ(lowestFree(), before);
 }
 
-TEST_F(OutputFileTest, LinkIsRefusedAndItsTargetLeftAlone) {
+TEST_F(OutputFileTest, LinkIsRefusedAndItsTargetUntouched) {
     write("target.txt", "precious");
     create_symlink(folder() + "target.txt", path());
     for (const auto mode : {std::ios_base::out, std::ios_base::out | std::ios_base::app}) {
@@ -99,7 +99,7 @@ TEST_F(OutputFileTest, LinkIsRefusedAndItsTargetLeftAlone) {
     EXPECT_EQ(read("target.txt"), "precious");
 }
 
-TEST_F(OutputFileTest, LinkToNowhereMakesNoFile) {
+TEST_F(OutputFileTest, DanglingLinkCreatesNoFile) {
     create_symlink(folder() + "target.txt", path());
     EXPECT_FALSE(opens());
     EXPECT_FALSE(std::filesystem::exists(folder() + "target.txt"));
@@ -130,7 +130,7 @@ TEST_F(OutputFileTest, FolderIsRefused) {
 
 using OutputFileDeathTest = OutputFileTest;
 
-/// Lets files grow to so many bytes.
+/// Limits the size of files to so many bytes.
 void limitFiles(rlim_t bytes) {
     const struct rlimit limit { bytes, RLIM_INFINITY };
     ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
@@ -155,7 +155,7 @@ TEST_F(OutputFileDeathTest, MessageOfAnInvalidPathIsPrinted) {
         ::testing::ExitedWithCode(1), "Invalid output path or output filename\\.$");
 }
 
-/// Writes where there is room for few bytes; the room comes back before the second text.
+/// Writes when there is space for only a few bytes. The limit is lifted before the second text.
 void writeOnFullDisk(const std::string& path, const std::string& first, const std::string& second = "") {
     letFileSizeLimitFailWrites();
     limitFiles(fewBytes);
@@ -175,13 +175,13 @@ TEST_F(OutputFileDeathTest, FailedWriteEndsTheRunAndNamesTheFile) {
                 "out.txt could not be written: the disk may be full\\.");
 }
 
-TEST_F(OutputFileDeathTest, LastBytesCountToo) {
-    // They stay in the stream's buffer until it is closed.
+TEST_F(OutputFileDeathTest, BytesWrittenOnClosingAreChecked) {
+    // They stay in the buffer of the stream until it is closed.
     EXPECT_EXIT(writeOnFullDisk(path(), manyBytes.substr(0, fewBytes + 1)), ::testing::ExitedWithCode(1),
                 "out.txt could not be written");
 }
 
-TEST_F(OutputFileDeathTest, RoomThatComesBackDoesNotHideTheHole) {
+TEST_F(OutputFileDeathTest, SpaceThatBecomesFreeDoesNotHideTheGap) {
     EXPECT_EXIT(writeOnFullDisk(path(), manyBytes, "footer"), ::testing::ExitedWithCode(1),
                 "out.txt could not be written");
 }

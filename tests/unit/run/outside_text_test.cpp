@@ -9,7 +9,7 @@
 namespace varnolix {
 namespace {
 
-/// What the shell makes of a command's first argument.
+/// The first argument of a command as the shell passes it on.
 std::string printedByShell(const std::string& word) {
     const std::string command = "printf %s " + word;
     FILE* pipe = popen(command.c_str(), "r");
@@ -22,7 +22,7 @@ std::string printedByShell(const std::string& word) {
     return pclose(pipe) == 0 ? output : "failed: " + output;
 }
 
-TEST(ShellWord, PlainPathsStandBare) {
+TEST(ShellWord, PlainPathsAreNotQuoted) {
     EXPECT_EQ(shellWord("/home/a/result/J_2016-05-21_4821_M1.txt"), "/home/a/result/J_2016-05-21_4821_M1.txt");
 }
 
@@ -32,7 +32,7 @@ TEST(ShellWord, OddPathsAreQuoted) {
     EXPECT_EQ(shellWord("/a$b/"), "'/a$b/'");
 }
 
-TEST(ShellWord, ShellTakesEveryWordWhole) {
+TEST(ShellWord, ShellReadsEveryWordBackUnchanged) {
     for (const char* path : {"/plain/path_1.txt", "/with blank/", "/o'neill/'", "/$HOME/`date`/", "/a;b&c|d/",
                              "/a\"b\"/", "/back\\slash/", "/*?[a]{b,c}/", "~/home", "#hash", "/tab\there",
                              "/line\nend/", "!x", "/(p)/<q>/", "/a=b,c@d%e^f:g+h/", "/\xc3\xa4/"}) {

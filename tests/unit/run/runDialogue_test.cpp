@@ -15,7 +15,7 @@ using testing::Console;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-/// The answers of a run over one file, one line each, so that tests can change single ones.
+/// The answers for a run with one file, one line each, so that a test can change a single one.
 enum Answer {
     files,
     topMotifs,
@@ -39,7 +39,7 @@ class RunDialogueTest : public testing::FolderTest {
         : answers_{"1",  "10", "5", "0.75", "1",   "/a/motifs/", "file.txt",
                    "10", "14", "N", "N",    "All", "Text",       folder()} {}
 
-    /// Answers the question with the texts in turn; each stands on a line of its own.
+    /// Answers the question with these texts in turn, each on a line of its own.
     void answer(Answer question, const std::string& lines) { answers_[question] = lines; }
 
     /// Runs the dialogue and returns what it printed.
@@ -156,7 +156,7 @@ TEST_F(RunDialogueTest, StoresTextsAndValues) {
     EXPECT_EQ(FileNameType[1].datasetNum, 2);
 }
 
-TEST_F(RunDialogueTest, ResultsGoBesideTheInputWhateverFolderWasTyped) {
+TEST_F(RunDialogueTest, ResultsGoNextToTheInputWhateverFolderWasTyped) {
     run();
     EXPECT_EQ(outputPath, "/a/result/");
     EXPECT_EQ(jobID.substr(0, 2), "J_");
@@ -172,7 +172,7 @@ struct BadAnswer {
     std::string message;
 };
 
-TEST_F(RunDialogueTest, RefusesBadAnswersEach) {
+TEST_F(RunDialogueTest, RefusesEveryKindOfBadAnswer) {
     write("file.txt", "");
     const std::vector<BadAnswer> cases = {
         {files, {"0", "x", "-1", "0.9", "."}, "1", invalid},
@@ -203,7 +203,7 @@ TEST_F(RunDialogueTest, RefusesBadAnswersEach) {
     }
 }
 
-TEST_F(RunDialogueTest, QuestionIsNotRepeatedBehindBadAnswer) {
+TEST_F(RunDialogueTest, QuestionIsNotRepeatedAfterABadAnswer) {
     answer(topMotifs, "0\n51\n7");
     const std::string output = run();
     EXPECT_EQ(countOf(output, "number of top significant motifs"), 1);
@@ -252,7 +252,7 @@ TEST_F(RunDialogueTest, CountsTakeTheWholePartOfDecimals) {
     EXPECT_EQ(numBestMatches, 50);
 }
 
-TEST_F(RunDialogueTest, ThreadsAreCappedWithoutAWord) {
+TEST_F(RunDialogueTest, ThreadsAreCappedSilently) {
     omp_set_num_threads(4);
     answer(threads, "8");
     const std::string output = run();
@@ -278,8 +278,8 @@ TEST_F(RunDialogueTest, HugeThreadCountIsCapped) {
     EXPECT_EQ(numThread, threadsBefore_);
 }
 
-TEST_F(RunDialogueTest, WordAnswersMayStandOnOneLine) {
-    // One character is dropped behind the number of files and one behind the number of threads.
+TEST_F(RunDialogueTest, WordAnswersMayShareALine) {
+    // One character is dropped after the number of files, and one after the number of threads.
     const Console console("1 10 5 0.75 1\n/a/motifs/\nfile.txt\n10\n14\nN\nN\nAll\nText\n" + folder() + "\n");
     runDialogue();
     EXPECT_EQ(numTopMotif, 10);
@@ -289,8 +289,9 @@ TEST_F(RunDialogueTest, WordAnswersMayStandOnOneLine) {
     EXPECT_EQ(outputFileFormat, "Text");
 }
 
-TEST_F(RunDialogueTest, RestOfALineBehindAWordIsTheNextLine) {
-    // Behind the threads one blank is dropped, so the path may stand on the same line; likewise behind the collection.
+TEST_F(RunDialogueTest, RestOfALineAfterAWordIsTheNextAnswer) {
+    // One blank is dropped after the number of threads, so the path may follow on the same line. The same is true after
+    // the collection.
     const Console console("1\n10\n5\n0.75\n1 /a/motifs/\nfile.txt\n10\n14 N\nN\nAll\nText\n" + folder() + "\n");
     runDialogue();
     EXPECT_EQ(inputPath, "/a/motifs/");
@@ -298,15 +299,15 @@ TEST_F(RunDialogueTest, RestOfALineBehindAWordIsTheNextLine) {
     EXPECT_EQ(outputFileType, "All");
 }
 
-TEST_F(RunDialogueTest, SecondBadWordOnALineIsAnAnswerOfItsOwn) {
+TEST_F(RunDialogueTest, EveryBadWordOnALineIsASeparateAnswer) {
     answer(topMotifs, "0 51 50");
     const std::string output = run();
     EXPECT_EQ(countOf(output, invalid), 2);
     EXPECT_EQ(numTopMotif, 50);
 }
 
-TEST_F(RunDialogueTest, CharacterBehindFileCountIsDropped) {
-    // "1x" is refused whole; the ignored character is the one behind a good answer, so "1 2" gives 1 and then 2.
+TEST_F(RunDialogueTest, CharacterAfterFileCountIsDropped) {
+    // Only the character after a valid answer is dropped, so "1 2" is read as 1 and then 2.
     answer(files, "1 2");
     answer(topMotifs, "3");
     answer(bestMatches, "0.8");

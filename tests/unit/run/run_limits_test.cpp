@@ -12,7 +12,7 @@ namespace {
 
 const ::testing::ExitedWithCode endedEarly(1);
 
-TEST(RunLimitsDeathTest, TooManyEndInWords) {
+TEST(RunLimitsDeathTest, TooManyEndWithASentence) {
     requireAtMost(5, 5, "motifs");
     EXPECT_EXIT(requireAtMost(6, 5, "motifs"), endedEarly, "^Error: more than 5 motifs\\.\n$");
 }
@@ -21,23 +21,23 @@ TEST(RunLimitsDeathTest, NothingButTheSentenceIsWritten) {
     EXPECT_EXIT(endForLack("this and that"), endedEarly, "^Error: this and that\\.\n$");
 }
 
-// The sanitizers end a process themselves that asks for too much.
+// Sanitizers have their own way to end a process that asks for too much memory.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 
-/// More than any machine has.
+/// Allocates more than any machine has.
 void takeTooMuch() {
     const volatile std::size_t bytes = std::size_t{1} << 60U;
-    char* volatile taken = new char[bytes];  // volatile, or the compiler leaves out what nobody uses
+    char* volatile taken = new char[bytes];  // volatile, so that the compiler does not remove it
     delete[] taken;
 }
 
-void askForMoreThanCanBe() {
+void askForAnImpossibleSize() {
     std::vector<double> numbers;
     volatile std::size_t count = numbers.max_size();
     numbers.reserve(count + 1);
 }
 
-/// As main runs: an exception that leaves it ends the process. GoogleTest would catch it.
+/// Like main, this lets an uncaught exception end the process. GoogleTest would catch it.
 [[noreturn]] void run(void (*work)()) noexcept {
     endWhereMemoryEnds();
     work();
@@ -53,22 +53,22 @@ void askForMoreThanCanBe() {
 
 class MemoryEndDeathTest : public ::testing::Test {
   protected:
-    // Threads of other tests are not there in a plain copy of the process.
+    // A plain fork would lack the OpenMP threads that other tests have started.
     MemoryEndDeathTest() { GTEST_FLAG_SET(death_test_style, "threadsafe"); }
     ~MemoryEndDeathTest() override { GTEST_FLAG_SET(death_test_style, "fast"); }
 };
 
-TEST_F(MemoryEndDeathTest, NoMemoryEndsInWords) {
+TEST_F(MemoryEndDeathTest, LackOfMemoryEndsWithASentence) {
     EXPECT_EXIT(run(takeTooMuch), endedEarly, "^Error: not enough memory for this job\\.\n");
-    EXPECT_EXIT(run(askForMoreThanCanBe), endedEarly, "^Error: not enough memory for this job\\.\n");
+    EXPECT_EXIT(run(askForAnImpossibleSize), endedEarly, "^Error: not enough memory for this job\\.\n");
 }
 
-TEST_F(MemoryEndDeathTest, NorOnTheThreadsOfARegion) {
+TEST_F(MemoryEndDeathTest, SoItDoesInAParallelRegion) {
     EXPECT_EXIT(runOnTwoThreads(takeTooMuch), endedEarly, "^Error: not enough memory for this job\\.\n");
-    EXPECT_EXIT(runOnTwoThreads(askForMoreThanCanBe), endedEarly, "^Error: not enough memory for this job\\.\n");
+    EXPECT_EXIT(runOnTwoThreads(askForAnImpossibleSize), endedEarly, "^Error: not enough memory for this job\\.\n");
 }
 
-TEST_F(MemoryEndDeathTest, OtherFaultsStayFaults) {
+TEST_F(MemoryEndDeathTest, OtherExceptionsStillAbort) {
     EXPECT_EXIT(run([] { throw std::logic_error("a fault"); }), ::testing::KilledBySignal(SIGABRT), "");
 }
 

@@ -75,7 +75,7 @@ TEST_F(CurrentDirectoryTest, HasNoSlashAtItsEnd) {
     EXPECT_EQ(getCurrentDirectory() + "/", std::filesystem::canonical(folder()).string() + "/");
 }
 
-TEST_F(CurrentDirectoryTest, IsEmptyWhereTheFolderIsGone) {
+TEST_F(CurrentDirectoryTest, IsEmptyIfTheFolderIsGone) {
     std::filesystem::create_directory(folder() + "gone");
     std::filesystem::current_path(folder() + "gone");
     std::filesystem::remove(folder() + "gone");
@@ -99,7 +99,7 @@ TEST_F(EndRunDeathTest, PrintsToStandardOutput) {
         ::testing::ExitedWithCode(1), "message$");
 }
 
-TEST(EndRunMessages, AreAsUsersKnowThem) {
+TEST(EndRunMessages, HaveTheExpectedWording) {
     EXPECT_STREQ(invalidInputPathMessage, "Invalid input path or file name.\n");
     EXPECT_STREQ(invalidOutputPathMessage, "Invalid output path or output filename.");
 }

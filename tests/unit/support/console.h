@@ -7,8 +7,8 @@
 
 namespace varnolix::testing {
 
-/// Text for the console input. Reads past its end repeat for ever in a dialogue that lacks an answer, so after many of
-/// them the test is ended.
+/// Text for the console input. A dialogue that misses an answer would read past the end for ever, so the test is
+/// aborted after a number of such reads.
 class LimitedInput : public std::stringbuf {
   public:
     explicit LimitedInput(const std::string& text) : std::stringbuf(text, std::ios::in) {}
@@ -17,7 +17,7 @@ class LimitedInput : public std::stringbuf {
     int_type underflow() override {
         const int_type next = std::stringbuf::underflow();
         if (traits_type::eq_int_type(next, traits_type::eof()) && ++readsPastEnd_ > mostReadsPastEnd) {
-            std::cerr << "The dialogue reads on behind the last answer.\n";
+            std::cerr << "The dialogue reads on after the last answer.\n";
             std::abort();
         }
         return next;
@@ -28,7 +28,7 @@ class LimitedInput : public std::stringbuf {
     int readsPastEnd_ = 0;
 };
 
-/// Takes the place of the console while it lives.
+/// Replaces the console during its lifetime.
 class Console {
   public:
     explicit Console(const std::string& input = "")

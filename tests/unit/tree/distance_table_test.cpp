@@ -17,7 +17,7 @@ std::string written(const DistanceTable& table, char letter) {
     return stream.str();
 }
 
-TEST(CsvCell, PlainTextsStayAsTheyAre) {
+TEST(CsvCell, PlainTextIsUnchanged) {
     EXPECT_EQ(csvCell("I1_MA0004.1"), "I1_MA0004.1");
     EXPECT_EQ(csvCell("I2_Motif 3"), "I2_Motif 3");
     EXPECT_EQ(csvCell("I3_5'-end"), "I3_5'-end");
@@ -46,7 +46,7 @@ TEST(DistanceTable, NumbersHaveSixSignificantDigits) {
     EXPECT_NE(written(table, 'I').find("I1_a,0,0.123457,\n"), std::string::npos);
 }
 
-TEST(DistanceTable, OneMotifIsAtNoDistanceFromItself) {
+TEST(DistanceTable, MotifHasDistanceZeroFromItself) {
     const DistanceTable table{{"a"}, {}, 2};
     EXPECT_EQ(written(table, 'I'), ",I1_a,\nI1_a,0,\n");
 }

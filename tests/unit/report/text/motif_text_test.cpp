@@ -23,7 +23,7 @@ const char* const block =
 TEST(MotifText, CellsAreTwelveWide) {
     EXPECT_EQ(matrixRows({{1, 0, 0, 0}}), "1.000000    0.000000    0.000000    0.000000    \n");
     EXPECT_EQ(matrixRows({}), "");
-    // Wider values run over.
+    // Wider values are not cut off.
     EXPECT_EQ(matrixRows({{123456.5, -0.5, 0, 0}}), "123456.500000-0.500000   0.000000    0.000000    \n");
 }
 
@@ -49,7 +49,7 @@ TEST(MotifText, BriefBlockHoldsTheTextsOnly) {
               "Consensus sequence (reverse complement motif): VT\n");
 }
 
-TEST(MotifText, KeptBlocksStandPerMotif) {
+TEST(MotifText, KeptBlocksBelongToTheirMotif) {
     const std::vector<data> motifs = {testing::motifOfText(1, "CCCC"), motif, testing::motifOfText(3, "")};
     std::vector<std::string> texts;
     EXPECT_EQ(keptMatrixBlock(motifs, motifs[1], texts), block);

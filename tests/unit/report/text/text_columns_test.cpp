@@ -62,7 +62,7 @@ TEST(AppendFixed, PrintsRandomNumbersAsStreamDoes) {
     }
 }
 
-TEST(AppendFixed, LeavesWhatStandsBefore) {
+TEST(AppendFixed, KeepsTheTextBefore) {
     std::string line = "score ";
     appendFixed(line, 0.5);
     EXPECT_EQ(line, "score 0.500000");
