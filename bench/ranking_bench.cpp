@@ -6,9 +6,11 @@
 
 #include "against_plain_form.h"
 #include "motif_source.h"
+#include "plain/listed_records.h"
 #include "rank/best_matches.h"
 #include "rank/comparison.h"
 #include "rank/record_source.h"
+#include "scan/pair_records.h"
 
 // Finding the best matches of motifs: the walk that sorts only as far as it goes, compared with a stable sort of whole
 // records. Uses the records of 40 out of 2,000 motifs. The argument is the number of best matches.
@@ -29,14 +31,16 @@ std::uint32_t partnerOf(const dataCombinedScore& record) {
 std::vector<Records> recordsOfSomeMotifs() {
     const std::vector<data> motifs = bench::motifsOfCounts(bench::countMatrices(motifCount));
     // Only some motifs are listed, so keeping pairs for later motifs would not pay.
-    const RecordSource source = remadeInputRecords(motifs, cutoff, 1);
+    PairRecords pairs = scannedPairs(motifs, motifs, allPlaces(motifs.size()), cutoff, 1);
+    pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
+    const RecordSource source = inputRecords(pairs);
     RecordScratch scratch;
     std::vector<Records> lists;
     for (std::size_t motif = 0; motif < motifCount; motif += stride) {
-        source.prepareBlock(motif, motif + 1);
+        source.prepareBlock(motif);
         source.listKeys(motif, scratch);
         Records& records = lists.emplace_back();
-        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(motif, scratch, key));
+        for (const SortKey& key : scratch.keys) records.push_back(source.recordOf(scratch, key));
     }
     return lists;
 }
@@ -65,7 +69,7 @@ void bestMatches(benchmark::State& state) {
     for (const Records& list : lists) records += list.size();
     std::vector<Records> best(lists.size());
     std::vector<Records> plainBest(lists.size());
-    const RecordSource source = heldInputRecords(lists);
+    const RecordSource source = testing::listedInputRecords(lists);
     RecordScratch scratch;
     std::vector<std::uint32_t> seen;
     const auto select = [&] {

@@ -16,6 +16,7 @@
 #include "report/text/result_text.h"
 #include "report/text/text_columns.h"
 #include "run/shared_records.h"
+#include "scan/pair_records.h"
 #include "scratch_folder.h"
 
 // Writing 10 best matches of every motif to the full text report. The argument is the number of motifs. Both forms open
@@ -67,9 +68,10 @@ void reportWriting(benchmark::State& state) {
     const bench::ScratchFolder folder;
     Datasets = bench::motifsOfCounts(bench::countMatrices(static_cast<std::size_t>(state.range(0))));
     motifNameLength = static_cast<int>(Datasets.back().motifName.size());
+    PairRecords pairs = scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), cutoff, 0);
+    pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
     const RecordLists lists =
-        rankInput(remadeInputRecords(Datasets, cutoff, Datasets.size()), Datasets, {mostMatches, false, false})
-            .local.bestMatches;
+        rankInput(inputRecords(pairs), Datasets, {mostMatches, false, false, false}).local.bestMatches;
     std::size_t records = 0;
     for (const auto& list : lists) records += list.size();
 

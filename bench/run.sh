@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Runs the whole program on generated motifs, through the dialogue, with a separate job folder for each run.
 #
-#   bench/run.sh [SIZE...]   runs with SIZE motifs (default: 100 500 1000 2000 5000), times by stage, both ways to rank,
-#                            and a check that the number of threads does not change the reports
+#   bench/run.sh [SIZE...]   runs with SIZE motifs (default: 100 500 1000 2000 5000), times by stage, and a check
+#                            that the number of threads does not change the reports
 #   bench/run.sh --big       one run with 10,000 motifs
 #
 # THREADS is the number of threads (default: all processors), BENCH_BUILD the build folder (default: build/bench). The
@@ -95,13 +95,12 @@ runTable() {
     done
 }
 
-# stages FOLDER [WAY]: puts the seconds of stage_times into the array figures, and the processor seconds into
+# stages FOLDER: puts the seconds of stage_times into the array figures, and the processor seconds into
 # processorFigures, both by name.
 stages() {
     declare -gA figures=() processorFigures=()
     local folder=$1 name first second
-    shift
-    inJob "$folder" "$build/bench/stage_times" "$@" 2>"$folder/stages.txt" || die "stage_times failed in $folder"
+    inJob "$folder" "$build/bench/stage_times" 2>"$folder/stages.txt" || die "stage_times failed in $folder"
     while IFS=$'\t' read -r name first second; do
         figures[$name]=$first
         processorFigures[$name]=$second
@@ -111,8 +110,8 @@ stages() {
 # stageTable CUTOFF TYPE THREADS SIZE...
 stageTable() {
     local cutoff=$1 type=$2 count=$3 size name cells
-    local names=(reading estimate 'forward scan' 'backward scan' bounds keys ranking 'ranking and reports'
-        'bare kernel' 'kernel, alignments kept' way 'kept alignments' 'records held')
+    local names=(reading plan 'forward scan' 'backward scan' bounds keys ranking 'ranking and reports'
+        'bare kernel' 'kernel, alignments kept' 'kept alignments' 'motifs in a block')
     shift 3
     printf '\n## Seconds by stage, cutoff %s, Type %s, threads %s\n\n' "$cutoff" "$type" "$count"
     header motifs "${names[@]}"
@@ -126,28 +125,25 @@ stageTable() {
     done
 }
 
-# wayTable CUTOFF TYPE SIZE: scan and ranking compared with the bare kernel, with records held and remade, for one and
-# two threads.
-wayTable() {
-    local cutoff=$1 type=$2 size=$3 way count seconds oneThread
+# threadTable CUTOFF TYPE SIZE: scan and ranking compared with the bare kernel, for one and two threads.
+threadTable() {
+    local cutoff=$1 type=$2 size=$3 count seconds oneThread
     local toBare='scan and ranking / bare kernel' toKeeping='scan and ranking / kernel, alignments kept'
-    printf '\n## Records held or remade, %s motifs, cutoff %s, Type %s\n\n' "$size" "$cutoff" "$type"
-    header way threads 'scan and ranking' 'processor seconds' 'bare kernel' 'kernel, alignments kept' \
+    printf '\n## Scan and ranking, %s motifs, cutoff %s, Type %s\n\n' "$size" "$cutoff" "$type"
+    header threads 'scan and ranking' 'processor seconds' 'bare kernel' 'kernel, alignments kept' \
         'ratio to bare kernel' 'of processor seconds' 'ratio with alignments kept' 'of processor seconds' 'peak MB' \
         'times one thread'
-    for way in held remade; do
-        for count in 1 2; do
-            job "$work/run" "$size" "$cutoff" "$type" "$count"
-            stages "$work/run" "$way"
-            seconds=${figures['scan and ranking']}
-            ((count == 1)) && oneThread=$seconds
-            row "$way" "$count" "$seconds" "${processorFigures['scan and ranking']}" \
-                "${figures['bare kernel']}" "${figures['kernel, alignments kept']}" \
-                "${figures["$toBare"]}" "${processorFigures["$toBare"]}" \
-                "${figures["$toKeeping"]}" "${processorFigures["$toKeeping"]}" "${figures['peak memory, MB']}" \
-                "$(awk -v one="$oneThread" -v now="$seconds" 'BEGIN { printf "%.2f", one / now }')"
-            rm -rf "$work/run"
-        done
+    for count in 1 2; do
+        job "$work/run" "$size" "$cutoff" "$type" "$count"
+        stages "$work/run"
+        seconds=${figures['scan and ranking']}
+        ((count == 1)) && oneThread=$seconds
+        row "$count" "$seconds" "${processorFigures['scan and ranking']}" \
+            "${figures['bare kernel']}" "${figures['kernel, alignments kept']}" \
+            "${figures["$toBare"]}" "${processorFigures["$toBare"]}" \
+            "${figures["$toKeeping"]}" "${processorFigures["$toKeeping"]}" "${figures['peak memory, MB']}" \
+            "$(awk -v one="$oneThread" -v now="$seconds" 'BEGIN { printf "%.2f", one / now }')"
+        rm -rf "$work/run"
     done
 }
 
@@ -190,5 +186,5 @@ sizes=("$@")
 runTable 0.75 All "$threads" "${sizes[@]}"
 stageTable 0.75 All "$threads" "${sizes[@]}"
 middle=${sizes[$((${#sizes[@]} > 1 ? ${#sizes[@]} - 2 : 0))]}
-wayTable 0.75 All "$middle"
+threadTable 0.75 All "$middle"
 threadCheck 0.75 All "$middle"

@@ -14,13 +14,13 @@
 #include "report/stages.h"
 #include "run/runDialogue.h"
 #include "run/shared_records.h"
+#include "scan/pair_records.h"
 #include "scan/pair_scan.h"
 #include "scan/stages.h"
 
-// stage_times [held|remade]: reads the answers of the dialogue and runs the stages between input motifs as the program
-// does (text reports, no tree, no merging, no collection). For each stage it prints a line to standard error: name,
-// seconds and processor seconds. `held` keeps all records, `remade` makes them motif by motif. Without an argument the
-// program's own estimate decides.
+// stage_times: reads the answers of the dialogue and runs the stages between input motifs as the program does (text
+// reports, no tree, no merging, no collection). For each stage it prints a line to standard error: name, seconds and
+// processor seconds.
 
 namespace {
 
@@ -84,10 +84,7 @@ std::size_t bareKernel() {
 
 /// The ranking alone. The program ranks and reports in one stage.
 void rankOnly() {
-    const RecordSource records = DatasetsCombinedScoreLists.empty()
-                                     ? remadeInputRecords(Datasets, simCutoff, inputMotifsPerBlock())
-                                     : heldInputRecords(DatasetsCombinedScoreLists);
-    rankInput(records, Datasets, {numBestMatches, numFile > 1, false, false});
+    rankInput(inputRecords(DatasetsCombinedScoreLists), Datasets, {numBestMatches, numFile > 1, false, false});
 }
 
 void writeReports() {
@@ -112,38 +109,31 @@ long peakMegabytes() {
 
 }  // namespace
 
-int main(int argumentCount, char** arguments) {
-    const std::string way = argumentCount > 1 ? arguments[1] : "";
+int main() {
     runDialogue();
     timed("reading", [] { readInput(FileNameType); });
     // Timed both before and after the stages, as the load of the machine may change.
     std::size_t kept = 0;
     Spent kernel = timed("bare kernel", [&] { kept = bareKernel(); });
-    bool isHeld = false;
-    Spent scanAndRanking = timed("estimate", [&] { isHeld = holdsInputRecords(); });
-    if (!way.empty()) isHeld = way == "held";
-    if (isHeld) {
-        scanAndRanking += timed("forward scan", forwardScan);
-        scanAndRanking += timed("backward scan", backwardScan);
-        scanAndRanking += timed("bounds", getMaxScores);
-        scanAndRanking += timed("keys", calculateSumScoresCompare);
-    }
+    Spent scanAndRanking = timed("plan", planInputScan);
+    scanAndRanking += timed("forward scan", forwardScan);
+    scanAndRanking += timed("backward scan", backwardScan);
+    scanAndRanking += timed("bounds", getMaxScores);
+    scanAndRanking += timed("keys", calculateSumScoresCompare);
     scanAndRanking += timed("ranking", rankOnly);
     print("scan and ranking", scanAndRanking);
     timed("ranking and reports", writeReports);
-    std::size_t records = 0;
-    for (const auto& list : DatasetsCombinedScoreLists) records += list.size();
     const long peak = peakMegabytes();
     DatasetsCombinedScoreLists = {};
     kernel += timed("bare kernel", [&] { kept = bareKernel(); });
     kernel = {kernel.seconds / 2, kernel.processorSeconds / 2};
-    const Spent keepingKernel = timed("kernel, alignments kept", [] { scanAllPairs(Datasets, simCutoff); });
+    const Spent keepingKernel = timed(
+        "kernel, alignments kept", [] { scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), simCutoff, 0); });
     printRatio("scan and ranking / bare kernel", scanAndRanking, kernel);
     printRatio("scan and ranking / kernel, alignments kept", scanAndRanking, keepingKernel);
-    std::cerr << "way\t" << (isHeld ? "held" : "remade") << '\n'
-              << "motifs\t" << Datasets.size() << '\n'
+    std::cerr << "motifs\t" << Datasets.size() << '\n'
               << "kept alignments\t" << kept << '\n'
-              << "records held\t" << records << '\n'
+              << "motifs in a block\t" << heldMotifs << '\n'
               << "peak memory, MB\t" << peak << '\n';
     return 0;
 }

@@ -10,9 +10,9 @@
 #include "report/page/html_text.h"
 #include "run/checks.h"
 #include "run/output_names.h"
-#include "run/outside_text.h"
 #include "run/runDialogue.h"
 #include "run/shared_records.h"
+#include "run/system/outside_text.h"
 #include "tree/distance_table.h"
 
 namespace varnolix::fuzz {

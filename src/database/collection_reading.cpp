@@ -5,8 +5,8 @@
 
 #include "input/readers.h"
 #include "run/collections.h"
-#include "run/run_limits.h"
 #include "run/run_text.h"
+#include "run/system/run_limits.h"
 
 namespace varnolix {
 

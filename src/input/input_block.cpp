@@ -10,8 +10,8 @@
 #include "input/getConsensusString.h"
 #include "input/getRevCompMotif.h"
 #include "run/checks.h"
-#include "run/memory_limits.h"
-#include "run/run_limits.h"
+#include "run/system/memory_limits.h"
+#include "run/system/run_limits.h"
 
 namespace varnolix {
 

@@ -5,8 +5,8 @@
 
 #include "report/text/file_table.h"
 #include "report/text/text_columns.h"
-#include "run/output_file.h"
 #include "run/shared_records.h"
+#include "run/system/output_file.h"
 
 namespace varnolix {
 

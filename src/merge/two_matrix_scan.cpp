@@ -4,7 +4,7 @@
 
 #include "input/getRevCompMotif.h"
 #include "rank/comparison.h"
-#include "run/run_limits.h"
+#include "run/system/run_limits.h"
 #include "scan/plain_score.h"
 #include "scan/region_rule.h"
 

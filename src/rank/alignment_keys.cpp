@@ -1,6 +1,6 @@
 #include "rank/alignment_keys.h"
 
-#include "run/run_limits.h"
+#include "run/system/run_limits.h"
 #include "scan/region_rule.h"
 #include "scan/score_bounds.h"
 

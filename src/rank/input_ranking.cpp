@@ -5,8 +5,6 @@
 #include <iterator>
 #include <limits>
 
-#include "tree/distance_table.h"
-
 namespace varnolix {
 
 namespace {

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "rank/usable_memory.h"
-#include "run/memory_limits.h"
-#include "run/run_limits.h"
 #include "run/settings.h"
+#include "run/system/memory_limits.h"
+#include "run/system/run_limits.h"
 #include "scan/kernel/pair_kernel.h"
 #include "scan/region_rule.h"
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "run/run_limits.h"
 #include "run/shared_records.h"
+#include "run/system/run_limits.h"
 #include "scan/region_rule.h"
 
 // The order of a motif's records: by combinedScore, equal ones by their place in the list of the scans. It is total, so

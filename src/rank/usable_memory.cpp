@@ -1,6 +1,6 @@
 #include "rank/usable_memory.h"
 
-#include "run/memory_limits.h"
+#include "run/system/memory_limits.h"
 
 namespace varnolix {
 

@@ -7,11 +7,11 @@
 #include <iterator>
 #include <string_view>
 
-#include "run/output_file.h"
-#include "run/outside_text.h"
-#include "run/outside_tool.h"
 #include "run/run_text.h"
 #include "run/shared_records.h"
+#include "run/system/output_file.h"
+#include "run/system/outside_text.h"
+#include "run/system/outside_tool.h"
 
 namespace varnolix {
 

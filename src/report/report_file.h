@@ -3,8 +3,8 @@
 #include <ostream>
 #include <string>
 
-#include "run/output_file.h"
 #include "run/shared_records.h"
+#include "run/system/output_file.h"
 
 // The reports, and how their writers open them. A header truncates the file; every later writer opens it for appending
 // and closes it again, so a report is never open twice. The streams are never reset between writers: once a matrix has

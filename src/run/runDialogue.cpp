@@ -13,9 +13,9 @@
 
 #include "run/checks.h"
 #include "run/collections.h"
-#include "run/output_file.h"
 #include "run/output_names.h"
 #include "run/shared_records.h"
+#include "run/system/output_file.h"
 
 // The dialogue. After an invalid answer it prints one line, clears the error state of the console and reads again, with
 // no limit on the number of attempts. At the end of the input this repeats for ever, so a file of answers has to be

@@ -1,6 +1,6 @@
 #include "run/shared_records.h"
 
-#include "run/outside_tool.h"
+#include "run/system/outside_tool.h"
 
 namespace varnolix {
 

@@ -3,9 +3,9 @@
 #include <fstream>
 #include <iostream>
 
-#include "run/output_file.h"
-#include "run/outside_text.h"
-#include "run/outside_tool.h"
+#include "run/system/output_file.h"
+#include "run/system/outside_text.h"
+#include "run/system/outside_tool.h"
 #include "tree/distance_table.h"
 
 namespace varnolix {

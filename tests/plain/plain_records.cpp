@@ -42,13 +42,13 @@ void PrintTo(const WalkedRecord& record, std::ostream* out) {
 WalkedRecord walked(const dataCombinedScore& record) {
     return {record.matrixID1,
             record.matrixID2,
-            text(record.direction),
+            directionText(record.direction),
             record.primaryFlag == PrimaryFlag::yes ? "Y" : "",
             static_cast<int>(record.position),
             static_cast<int>(record.overlap),
             record.similarityScore,
-            text(record.matchingFormat1),
-            text(record.matchingFormat2)};
+            formatText(record.matchingFormat1),
+            formatText(record.matchingFormat2)};
 }
 
 std::vector<WalkedRecord> walked(const std::vector<dataCombinedScore>& list) {

@@ -6,10 +6,10 @@
 #include <fstream>
 
 #include "report/page/logo_names.h"
-#include "run/output_file.h"
-#include "run/outside_text.h"
-#include "run/outside_tool.h"
 #include "run/run_text.h"
+#include "run/system/output_file.h"
+#include "run/system/outside_text.h"
+#include "run/system/outside_tool.h"
 
 namespace varnolix {
 

@@ -1,4 +1,5 @@
-// The steps for processors with AVX-512: as in kernel_code_avx2.cpp, with twice the lanes, and masks in place of tables.
+// The steps for processors with AVX-512: as in kernel_code_avx2.cpp, with twice the lanes, and masks in place of
+// tables.
 
 #ifdef __x86_64__
 

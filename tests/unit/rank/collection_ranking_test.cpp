@@ -1,6 +1,6 @@
 #include "rank/collection_ranking.h"
 
-#include "support/listed_records.h"
+#include "plain/listed_records.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {

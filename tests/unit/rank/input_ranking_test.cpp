@@ -4,8 +4,8 @@
 
 #include <limits>
 
+#include "plain/listed_records.h"
 #include "rank/record_source.h"
-#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 

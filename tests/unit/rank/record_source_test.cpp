@@ -5,9 +5,9 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "plain/listed_records.h"
+#include "plain/plain_records.h"
 #include "scan/pair_records.h"
-#include "scan/plain_walk.h"
-#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 

@@ -69,7 +69,7 @@ class StartValuesReader : public ::testing::Environment {
                         outputPhylogeneticTreeGlobalHTMLFile};
         values.locations = {outputFileLocation, outputFileGlobalMatchingLocation, outputHTMLFileLocation};
         values.listSizes = {FileNameType.size(), Datasets.size(), DatabaseDatasets.size(),
-                            DatasetsCombinedScoreLists.size(), maxScoresList.size()};
+                            DatasetsCombinedScoreLists.rows.size(), maxScoresList.size()};
     }
 };
 

@@ -2,8 +2,8 @@
 
 #include <set>
 
-#include "scan/plain_walk.h"
-#include "support/listed_records.h"
+#include "plain/listed_records.h"
+#include "plain/plain_records.h"
 #include "support/run_fixture.h"
 
 // The records of single pairs, worked out by hand.

@@ -7,10 +7,10 @@
 #include <limits>
 #include <tuple>
 
+#include "plain/listed_records.h"
+#include "plain/plain_records.h"
 #include "scan/pair_records.h"
-#include "scan/plain_walk.h"
 #include "scan/stages.h"
-#include "support/listed_records.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
 
@@ -165,10 +165,11 @@ TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
 }
 
 TEST_F(PairScanTest, NoMotifsGiveNothing) {
-    EXPECT_TRUE(scanAllPairs({}, 0.5).empty());
     EXPECT_TRUE(scan({}, 0.5).empty());
     const std::vector<data> one = {testing::motifOfText(1, "ACGTACGT")};
-    EXPECT_TRUE(scanAgainst(one, {}, one, 0.5)[0].empty());
+    const std::vector<data> other = one;
+    EXPECT_TRUE(scannedPairs(one, other, {}, 0.5, 0).rows[0].empty());
+    EXPECT_TRUE(scannedPairs({}, other, {}, 0.5, 0).rows.empty());
 }
 
 }  // namespace

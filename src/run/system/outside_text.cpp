@@ -1,4 +1,4 @@
-#include "run/outside_text.h"
+#include "run/system/outside_text.h"
 
 namespace varnolix {
 

@@ -1,4 +1,4 @@
-#include "run/outside_tool.h"
+#include "run/system/outside_tool.h"
 
 #include <spawn.h>
 #include <sys/wait.h>

@@ -1,4 +1,4 @@
-#include "run/run_limits.h"
+#include "run/system/run_limits.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "run/output_file.h"
+#include "run/system/output_file.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "run/memory_limits.h"
+#include "run/system/memory_limits.h"
 
 #include <sys/resource.h>
 

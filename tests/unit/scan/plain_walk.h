@@ -1,3 +1,0 @@
-#pragma once
-
-#include "plain/plain_records.h"
