@@ -17,7 +17,7 @@ void prepareDistances(DistanceTable& table, const std::vector<data>& motifs) {
 }
 
 /// Lowers the cells of the motif's pairs to the lowest combinedScore. The threads of both motifs of a pair meet at its
-/// cell; the least of all is the same in whatever order they come.
+/// cell; the minimum is the same in any order.
 void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const SortKey> keys) {
     for (const SortKey& key : keys) {
         const std::atomic_ref<double> lowest(table.lowestScores[pairCell(motif, key.partner())]);

@@ -11,9 +11,9 @@
 // A scan of a pair has two regions: in the first the outer motif slides along the inner one, in the second the inner
 // one slides. With B sliding along the fixed A, offset p puts the first column of B on column p of A (forward), or the
 // last column of B p columns before the last column of A (backward), for p = 0 .. len(A) - overlap, and B is stored
-// first. Both ways the two motifs lie on each other over a whole diagonal, so an alignment is told by its shift, and
-// each shift stands for one record in each direction, or for two where the offset is 0 in both regions. Tested by
-// region_rule_test.cpp against the walk of the six regions.
+// first. In both directions the two motifs are compared along a whole diagonal, so an alignment is described by one
+// number, its shift. Each shift stands for one record in each direction, or for two if the offset is 0 in both regions.
+// Tested by region_rule_test.cpp against a plain walk of both regions.
 
 namespace varnolix {
 

@@ -81,7 +81,7 @@ VARNOLIX_TARGET void filterLanes(const LeftMotif& left, const Partners& partners
         const auto words = distances<Vectors>(
             left, overlap.leftStart, rightLevels + std::ptrdiff_t{2} * overlap.rightStart, firstLane, overlap.columns);
         const auto places = Vectors::withPlace(indices, placeBits(shift, overlap.columns));
-        // Written always and kept by moving on: a branch would be foretold badly, and spoil the others.
+        // Store unconditionally, advance only if kept: a branch would mispredict, and delay the others.
         count += Vectors::keep(words, limits, places, wanted, &candidates.rivals[count], &candidates.places[count]);
     }
     candidates.count = count;
