@@ -144,6 +144,8 @@ try() {
 }
 
 root="$(mktemp -d "${TMPDIR:-/var/tmp}/varnolix-$suite-XXXXXX")"
+# The root of a system is open to every user; the tests run some commands as another one.
+chmod 755 "$root"
 inside=""
 # clean_up: also runs after a signal, and then ends what is still running inside.
 clean_up() {
