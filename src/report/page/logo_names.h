@@ -10,7 +10,6 @@ namespace varnolix {
 
 /// Which of the two logos of a motif.
 enum class LogoStrand { original, reverseComplement };
-using Strand = LogoStrand;  // for motif_logos.cpp
 
 constexpr const char* strandSuffix(LogoStrand strand) {
     return strand == LogoStrand::original ? "" : "RevComp";

@@ -44,10 +44,10 @@ void drawLogos(const Matrix& matrix, char letter, long id) {
     openOutput(stream, matrixFile);
     stream << logoMatrixText(matrix);
     closeOutput(stream, matrixFile);
-    for (const Strand strand : {Strand::original, Strand::reverseComplement}) {
+    for (const LogoStrand strand : {LogoStrand::original, LogoStrand::reverseComplement}) {
         const std::string logoFile = folder + "/" + logoName(letter, id, strand);
         refuseLink(logoFile);
-        work.run(logoCommand(matrixFile, logoFile, strand == Strand::reverseComplement), logoFile);
+        work.run(logoCommand(matrixFile, logoFile, strand == LogoStrand::reverseComplement), logoFile);
     }
     std::remove(matrixFile.c_str());
 }
