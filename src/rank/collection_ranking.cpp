@@ -42,9 +42,10 @@ RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMot
     return bestMatches;
 }
 
-void writeCollectionSections(const RecordSource& source, std::initializer_list<ReportPass> passes) {
+void writeCollectionSections(const RecordSource& source, ListKind list, std::initializer_list<ReportPass> passes) {
     const RecordLists bestMatches = matchesInCollection(source, Datasets.size(), DatabaseDatasets, numBestMatches);
     const ReportWalk walk{
+        .list = list,
         .sectionTitle = " Best Matches in Database for Each Motif (Highest to Lowest) ",
         .starsBefore = 70,
         .starsAfter = 65,
@@ -57,6 +58,7 @@ void writeCollectionSections(const RecordSource& source, std::initializer_list<R
         .motifs = motifsWithMatches(bestMatches),
         .isSingleFileNote = false,
     };
+    keepRankedLists(walk);
     for (const ReportPass& pass : passesForFormat(passes)) writePass(walk, pass);
 }
 

@@ -36,12 +36,14 @@ RecordLists groupsOf(const std::vector<int>& motifs, const RecordLists& bestMatc
 }
 
 void writeWalk(const ReportWalk& walk, std::initializer_list<ReportPass> passes) {
+    keepRankedLists(walk);
     for (const ReportPass& pass : passesForFormat(passes)) writePass(walk, pass);
 }
 
 /// The top motifs of the matching across files.
 void writeTopWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
     const ReportWalk walk{
+        .list = ListKind::topGlobal,
         .sectionTitle =
             " Top " + std::to_string(numTopMotif) + " Significant Motifs - Global Matching (Highest to Lowest) ",
         .starsBefore = 66,
@@ -65,6 +67,7 @@ void writeTopWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
 /// The top motifs of the matching within and across files.
 void writeSignificantWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
     const ReportWalk walk{
+        .list = ListKind::significant,
         .sectionTitle = " Significant Motifs - Global and Local Matching (Highest to Lowest) ",
         .starsBefore = 64,
         .starsAfter = 64,
@@ -82,6 +85,7 @@ void writeSignificantWalk(const RecordLists& bestMatches, std::vector<int> motif
 
 void writeEachMotifWalk(const RecordLists& bestMatches, std::vector<int> motifs) {
     const ReportWalk walk{
+        .list = ListKind::eachMotif,
         .sectionTitle = " Best Matches for Each Motif (Highest to Lowest) ",
         .starsBefore = 70,
         .starsAfter = 77,

@@ -92,6 +92,13 @@ void writePass(const ReportWalk& walk, const ReportPass& pass) {
     }
 }
 
+void keepRankedLists(const ReportWalk& walk) {
+    if (!keepsRankedLists || walk.isSingleFileNote) return;
+    for (const int id : walk.motifs) {
+        rankedLists.push_back({walk.list, id, walk.bestMatches[static_cast<std::size_t>(id - 1)]});
+    }
+}
+
 std::vector<ReportPass> passesForFormat(std::initializer_list<ReportPass> passes) {
     std::vector<ReportPass> asked;
     for (const ReportPass& pass : passes) {

@@ -14,6 +14,7 @@ namespace varnolix {
 
 /// A walk over ranked motifs, with the headings that it prints.
 struct ReportWalk {
+    ListKind list;
     std::string sectionTitle;  ///< including its blanks; printed as it is in a page, between stars in a text
     std::size_t starsBefore;
     std::size_t starsAfter;
@@ -39,6 +40,10 @@ struct ReportPass {
 /// Appends the walk's section to one report. The heading, each motif block and each list of matches opens the report
 /// and closes it again.
 void writePass(const ReportWalk& walk, const ReportPass& pass);
+
+/// The pass that keeps instead of writing: appends the walk's motifs with their matches to rankedLists, if the job
+/// keeps them.
+void keepRankedLists(const ReportWalk& walk);
 
 /// Those passes that the output format asks for, in the order given.
 std::vector<ReportPass> passesForFormat(std::initializer_list<ReportPass> passes);

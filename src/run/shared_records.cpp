@@ -23,6 +23,7 @@ std::string motifCluster, combinedMotifFlag;
 std::string jobID;
 
 double start = 0, stop = 0, wtime = 0;
+std::vector<StageTime> stageTimes;
 
 std::string outputFile = "Results.txt";
 std::string outputFileWithoutMotif = "Results_Without_Motif_Details.txt";
@@ -85,6 +86,8 @@ std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingScoreRes
 RecordLists topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults;
 std::vector<std::vector<combinedMatrices>> mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching;
 std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
+bool keepsRankedLists = false;
+std::vector<RankedList> rankedLists;
 std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 DistanceTable distanceMatrix, distanceMatrixGlobal;
 

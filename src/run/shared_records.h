@@ -107,6 +107,24 @@ struct commonBestMatches {
     double sumCombinedScore = 0.0;  ///< over the motif's best matches
 };
 
+/// The ranked lists of a job, as the sections of its reports: the top motifs of the matching across files, the top
+/// motifs of all matching, and every motif that has a match; then against the collection: every motif that has a match
+/// there, and the top motifs of the matching across files.
+enum class ListKind { topGlobal, significant, eachMotif, collection, collectionGlobal };
+
+/// One motif of a ranked list, with its matches in the order of the report.
+struct RankedList {
+    ListKind kind;
+    int matrixID;
+    std::vector<dataCombinedScore> matches;
+};
+
+/// How long a part of the job took.
+struct StageTime {
+    const char* stage;
+    double seconds;
+};
+
 /// One step of merging a group of motifs.
 struct combinedMatrices {
     int matrixID1 = 0;
@@ -201,6 +219,9 @@ extern std::ofstream myDatabaseMatchingGlobalMatchingFile, myDatabaseMatchingGlo
 extern std::ofstream myCombinedMatrixGlobalFile, myCombinedMatrixGlobalAndLocalFile, myCombinedMatrixBestMatchesFile;
 extern std::ofstream myPhylogeneticTreeFile, myPhylogeneticTreeGlobalMatchingFile;
 
+/// How long the parts of the job took, in their order.
+extern std::vector<StageTime> stageTimes;
+
 // Single work records. Only the main thread uses them.
 
 extern data Matrices;                  ///< the motif that a reader is filling
@@ -223,6 +244,8 @@ extern std::vector<commonBestMatches> commonBestScoreResultList, globalMatchingS
 extern RecordLists topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults;
 extern std::vector<std::vector<combinedMatrices>> mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching;
 extern std::vector<std::vector<combinedMatrices>> mergedMotifBestMatches;
+extern bool keepsRankedLists;  ///< whether the walks that fill the reports fill rankedLists, too
+extern std::vector<RankedList> rankedLists;
 /// The steps of the group that is being merged.
 extern std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 extern DistanceTable distanceMatrix, distanceMatrixGlobal;

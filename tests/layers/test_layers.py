@@ -8,7 +8,8 @@ import unittest
 
 PROJECT = os.path.abspath(os.path.join(os.path.dirname(__file__), os.pardir, os.pardir))
 
-# Each folder of src with the folders below it, whose headers it may include. The run flow, src/run/main.cpp, is on top.
+# Each folder of src with the folders below it, whose headers it may include. The run flow, src/run/runJob.cpp, is above
+# all stages, and the companion, src/job, above that.
 LAYERS = {
     "run": (),
     "report": ("run",),
@@ -18,8 +19,9 @@ LAYERS = {
     "rank": ("run", "report", "scan"),
     "database": ("run", "report", "input"),
     "merge": ("run", "report", "scan", "rank", "input"),
+    "job": ("run", "report", "input", "database", "tree", "scan", "rank", "merge"),
 }
-FLOW = "run/main.cpp"
+FLOW = "run/runJob.cpp"
 
 MEDIAN_LINES = 30
 MOST_ENTRIES = 25

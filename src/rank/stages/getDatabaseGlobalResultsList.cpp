@@ -6,7 +6,7 @@
 namespace varnolix {
 
 void getDatabaseGlobalResultsList() {
-    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseGlobalLists),
+    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseGlobalLists), ListKind::collectionGlobal,
                             {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
                              {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
 }

@@ -7,7 +7,7 @@ namespace varnolix {
 
 void getDatabaseResultsList() {
     if (outputFileType != "All") return;
-    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseLists),
+    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseLists), ListKind::collection,
                             {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
                              {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
                              {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});
