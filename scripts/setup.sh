@@ -19,7 +19,7 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
-build_packages=(g++ cmake ninja-build python3)
+build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zlib1g-dev)
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
                  r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape)
 check_packages=(clang libomp-dev libclang-rt-dev clang-format clang-tidy shellcheck)
@@ -52,7 +52,7 @@ wanted_packages() {
 # without PACKAGE: says what goes wrong without it.
 without() {
     case $1 in
-        g++ | cmake | ninja-build) echo "the program cannot be built" ;;
+        g++ | cmake | ninja-build | libcli11-dev | nlohmann-json3-dev | zlib1g-dev) echo "the program cannot be built" ;;
         python3) echo "no collection can be installed and no logo drawn" ;;
         libgtest-dev | libgmock-dev) echo "the tests cannot be built" ;;
         clang | libomp-dev) echo "nothing can be built with clang" ;;
