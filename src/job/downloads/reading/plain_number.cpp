@@ -115,6 +115,8 @@ std::string plainNumber(std::string_view token, std::string& plain) {
     if (parts.isNegative && !valueIsZero) {
         return shown(token) + " is below 0; counts or frequencies are needed, no log-odds";
     }
+    const std::size_t significant = std::min(parts.whole.find_first_not_of('0'), parts.whole.size());
+    if (parts.whole.size() - significant > mostDigits) return shown(token) + " is no count or frequency";
     if (!parts.hasExponent) {
         plain = parts.whole.empty() ? "0" : std::string(parts.whole);
         if (!parts.fraction.empty()) plain.append(".").append(parts.fraction);

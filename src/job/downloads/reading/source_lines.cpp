@@ -88,10 +88,10 @@ std::string lowered(std::string_view text) {
     return lower;
 }
 
-std::string joinedWords(const std::vector<std::string_view>& words, std::size_t first) {
+std::string joinedWords(const std::vector<std::string_view>& words, std::size_t first, char between) {
     std::string text;
     for (std::size_t word = first; word < words.size(); ++word) {
-        if (word > first) text += ' ';
+        if (word > first) text += between;
         text += words[word];
     }
     return text;

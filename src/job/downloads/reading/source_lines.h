@@ -31,7 +31,7 @@ bool isComment(std::string_view line);
 
 std::string lowered(std::string_view text);
 
-/// The words joined by blanks, from the one at `first` on.
-std::string joinedWords(const std::vector<std::string_view>& words, std::size_t first);
+/// The words from the one at `first` on, joined.
+std::string joinedWords(const std::vector<std::string_view>& words, std::size_t first, char between = ' ');
 
 }  // namespace varnolix::job

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+
+#include "job/downloads/download.h"
+
+// How much a motif says: information content in bits, against a background of equal bases and without a correction for
+// few sites.
+
+namespace varnolix::job {
+
+/// 2 plus the sum of p log2 p over the four bases: 0 where all bases are alike, 2 where there is one alone. A column
+/// without counts has 0.
+double informationOf(const NumberColumn& column);
+
+/// The sum over all columns.
+double informationOf(const DownloadedMotif& motif);
+
+struct TrimmedFlanks {
+    std::size_t left = 0;  ///< columns that were cut
+    std::size_t right = 0;
+    bool isEmpty = false;  ///< no column has enough information; the motif was left as it was
+};
+
+/// Cuts the columns at both ends that have less information than `bits`. A motif of which nothing would remain is left
+/// as it was; the caller has to refuse it.
+TrimmedFlanks trimFlanks(DownloadedMotif& motif, double bits);
+
+}  // namespace varnolix::job
