@@ -5,6 +5,11 @@
 
 namespace varnolix {
 
+/// Whether the reports on a collection show this match of an input motif: only if the record stores that motif first.
+constexpr bool isPrintedOfCollection(const dataCombinedScore& record, long id) {
+    return id == record.matrixID1;
+}
+
 /// What a report shows of one record: the matched motif, and how it aligns with the motif that owns the list.
 struct MatchedMotif {
     const data& motif;

@@ -103,7 +103,7 @@ void writeResultPageList(const ReportFile& page, PageKind kind, const std::vecto
     if ((mode != topMode && mode != eachMotifMode) || id <= 0) return;
     std::string text;
     for (const dataCombinedScore& record : list) {
-        if (context.isCollection() && id != record.matrixID1) continue;
+        if (context.isCollection() && !isPrintedOfCollection(record, id)) continue;
         text += matchMarkup(record, id, context, numberLike(open.stream(), record.combinedScore));
         flushWhenLarge(open.stream(), text);
     }

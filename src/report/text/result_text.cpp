@@ -74,7 +74,7 @@ void ResultWriter::appendMotif(const data& motif) {
 }
 
 void ResultWriter::writeMatch(const dataCombinedScore& record, long id) {
-    if (againstCollection() && id != record.matrixID1) return;
+    if (againstCollection() && !isPrintedOfCollection(record, id)) return;
     const MatchedMotif match = matchedMotif(record, id, context_.inputMotifs, context_.matchedMotifs);
     const std::size_t nameWidth = context_.longestName + nameMargin;
     std::vector<TextColumn> columns;
