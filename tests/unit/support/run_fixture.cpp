@@ -92,6 +92,7 @@ void resetGlobals() {
     startAnew(mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching, mergedMotifBestMatches);
     startAnew(mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches);
     startAnew(distanceMatrix, distanceMatrixGlobal);
+    startAnew(keepsRankedLists, rankedLists, stageTimes);
 }
 
 FolderTest::FolderTest() {
