@@ -26,6 +26,12 @@ struct JobDataset {
     std::string fileName;  ///< of the file in the job folder that the stages read
 };
 
+/// A motif that the job goes on without.
+struct SkippedMotif {
+    std::string file;  ///< as in JobMotif
+    RefusedMotif motif;
+};
+
 /// What a job compares, beyond what the records of the stages hold.
 struct JobSources {
     std::vector<JobDataset> datasets;

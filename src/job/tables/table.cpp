@@ -40,10 +40,6 @@ std::string validUtf8(std::string_view text) {
     return nlohmann::json::parse(jsonString(text)).get<std::string>();
 }
 
-void appendNumber(std::string& text, double number) {
-    appendDigits(text, number);
-}
-
 void appendTsvCell(std::string& text, const Cell& cell) {
     if (const auto* words = std::get_if<std::string_view>(&cell)) {
         if (isPlain(*words)) {
@@ -55,8 +51,8 @@ void appendTsvCell(std::string& text, const Cell& cell) {
         text += line;
     } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
         appendDigits(text, *whole);
-    } else {
-        appendDigits(text, std::get<double>(cell));
+    } else if (const auto* number = std::get_if<double>(&cell)) {
+        appendDigits(text, *number);
     }
 }
 
@@ -71,8 +67,8 @@ void appendJsonValue(std::string& text, const Cell& cell) {
         }
     } else if (const auto* whole = std::get_if<std::int64_t>(&cell)) {
         appendDigits(text, *whole);
-    } else if (const double number = std::get<double>(cell); std::isfinite(number)) {
-        appendDigits(text, number);
+    } else if (const auto* number = std::get_if<double>(&cell); number != nullptr && std::isfinite(*number)) {
+        appendDigits(text, *number);
     } else {
         text += "null";
     }

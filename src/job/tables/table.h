@@ -10,8 +10,8 @@
 
 namespace varnolix::job {
 
-/// What stands in a cell: a text, a whole number, or a number with a fraction.
-using Cell = std::variant<std::string_view, std::int64_t, double>;
+/// What stands in a cell: a text, a whole number, a number with a fraction, or nothing.
+using Cell = std::variant<std::string_view, std::int64_t, double, std::monostate>;
 
 /// How a column is described to users.
 struct ColumnNote {
@@ -34,11 +34,8 @@ std::string validUtf8(std::string_view text);
 /// back. In texts, every tab, line end and other control character becomes a blank; nothing is quoted.
 void appendTsvCell(std::string& text, const Cell& cell);
 
-/// Appends the cell as a JSON value. A number that JSON cannot write becomes `null`.
+/// Appends the cell as a JSON value. Nothing, and a number that JSON cannot write, become `null`.
 void appendJsonValue(std::string& text, const Cell& cell);
-
-/// The number with as few digits as it takes to read the same number back.
-void appendNumber(std::string& text, double number);
 
 template <class Columns>
 void appendTsvHeader(std::string& text, const Columns& columns) {
