@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace varnolix::job {
+
+/// SHA-256 as 64 hexadecimal digits, as `sha256sum` prints it.
+std::string sha256(std::string_view bytes);
+
+/// The same of a file's bytes; empty if it is no regular file that can be read, as standard input is none.
+std::string sha256OfFile(const std::string& path);
+
+}  // namespace varnolix::job
