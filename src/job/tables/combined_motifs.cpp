@@ -32,14 +32,16 @@ Cell ofStep(const Row& row, Value value) {
 constexpr TableColumn<Row> columns[] = {
     {{"list", "ranked list that the group belongs to, as in matches.tsv", "top_global, significant, each_motif"},
      [](const Row& row) -> Cell { return listName(row.list); }},
-    {{"group_1based", "number of the group in its list: `query_rank_1based` in matches.tsv", "from 1"},
+    {{"group_1based", "number of the group in its list: `query_rank_1based` in matches.tsv", "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.group}; }},
     {{"combined_id", "id of the combined motif in the motif files", "list and group; empty if nothing was merged"},
      [](const Row& row) -> Cell { return row.combinedId; }},
     {{"step_0based",
-      "step in which the member joined: 0 is the motif that the group belongs to, then its matches by rank", "from 0"},
+      "step in which the member joined: 0 is the motif that the group belongs to, then its matches by rank",
+      "whole, counted from 0"},
      [](const Row& row) -> Cell { return std::int64_t{row.step}; }},
-    {{"member_number_1based", "number of the member in the reports (\"Motif ID\"): `id` in motifs.tsv", "from 1"},
+    {{"member_number_1based", "number of the member in the reports (\"Motif ID\"): `id` in motifs.tsv",
+      "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.member.matrixID}; }},
     {{"member_id", "name of the member as in its file", "text"}, [](const Row& row) -> Cell { return row.names.id; }},
     {{"member_name", "second name of the member, as in its file", "text, may be empty"},
@@ -57,7 +59,7 @@ constexpr TableColumn<Row> columns[] = {
      }},
     {{"member_offset_0based",
       "column of the common axis of this step on which the member's first column lies (of step 0: the axis of step 1)",
-      "mostly from 0; negative if columns were cut off"},
+      "whole, 0-based; negative if columns were cut off"},
      [](const Row& row) -> Cell {
          return placed(row, [&](const StepPlacement& at) {
              return std::int64_t{row.step > 0 ? at.memberOffset : at.combinedOffset};
@@ -69,15 +71,15 @@ constexpr TableColumn<Row> columns[] = {
          return ofStep(row, [](const StepPlacement& at) { return std::string_view(strandText(at.combined)); });
      }},
     {{"combined_offset_0based", "column of the same axis on which the first column of what was combined before lies",
-      "mostly from 0"},
+      "whole, 0-based; empty in step 0"},
      [](const Row& row) -> Cell {
          return ofStep(row, [](const StepPlacement& at) { return std::int64_t{at.combinedOffset}; });
      }},
-    {{"overlap", "number of columns that both cover, whose values were averaged", "from 0"},
+    {{"overlap", "number of columns that both cover, whose values were averaged", "whole, from 0"},
      [](const Row& row) -> Cell {
          return ofStep(row, [](const StepPlacement& at) { return std::int64_t{at.overlap}; });
      }},
-    {{"combined_length", "number of columns of the combined motif after this step", "from 4"},
+    {{"combined_length", "number of columns of the combined motif after this step", "whole, from 4"},
      [](const Row& row) -> Cell {
          return ofStep(row, [&](const StepPlacement&) { return static_cast<std::int64_t>(row.length); });
      }},
