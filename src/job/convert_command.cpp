@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "input/input_block.h"
+#include "job/downloads/information.h"
 #include "job/downloads/motif_files.h"
 #include "job/downloads/motif_writers.h"
 
@@ -38,18 +38,6 @@ constexpr std::array<std::pair<std::string_view, Writer>, 4> writers = {{
     {"tsv", allTogether<tsvText>},
 }};
 
-/// The numbers of the columns without any counts, 1-based; empty if there is none.
-std::string columnsWithoutCounts(const DownloadedMotif& motif) {
-    std::string numbers;
-    for (std::size_t column = 0; column < motif.columns.size(); ++column) {
-        const NumberColumn& values = motif.columns[column];
-        const bool isEmpty =
-            std::all_of(values.begin(), values.end(), [](const std::string& value) { return parseNumber(value) == 0; });
-        if (isEmpty) numbers += (numbers.empty() ? "" : ", ") + std::to_string(column + 1);
-    }
-    return numbers;
-}
-
 void noteEmptyColumns(const std::string& path, const Download& found, std::ostream& messages) {
     for (const DownloadedMotif& motif : found.motifs) {
         const std::string columns = columnsWithoutCounts(motif);
@@ -57,12 +45,6 @@ void noteEmptyColumns(const std::string& path, const Download& found, std::ostre
         messages << program << path << ':' << motif.line << ": note: motif " << motif.id
                  << " has no counts at position " << columns << '\n';
     }
-}
-
-void writeRefusal(const std::string& path, const RefusedMotif& refused, std::ostream& messages) {
-    messages << program << path << ':' << refused.line << ": ";
-    if (!refused.id.empty()) messages << "motif " << refused.id << ": ";
-    messages << refused.reason << '\n';
 }
 
 }  // namespace
@@ -85,7 +67,7 @@ int convertMotifs(const ConvertOptions& options, std::ostream& output, std::ostr
         for (const MotifFile& file : read.files) {
             Download found =
                 readDownload(file.text, file.baseName, options.layout.has_value() ? &*options.layout : nullptr);
-            for (const RefusedMotif& refused : found.refused) writeRefusal(file.path, refused, messages);
+            for (const RefusedMotif& refused : found.refused) messages << refusalLine(file.path, refused);
             isRefused = isRefused || !found.refused.empty();
             noteEmptyColumns(file.path, found, messages);
             std::move(found.motifs.begin(), found.motifs.end(), std::back_inserter(motifs));

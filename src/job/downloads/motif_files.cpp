@@ -161,6 +161,11 @@ TextOrReason unpacked(std::string text, std::uint64_t mostBytes) {
     return found;
 }
 
+std::string refusalLine(const std::string& path, const RefusedMotif& refused) {
+    return "varnolix-job: " + path + ":" + std::to_string(refused.line) + ": " +
+           (refused.id.empty() ? "" : "motif " + refused.id + ": ") + refused.reason + "\n";
+}
+
 MotifFiles readMotifFiles(const std::string& path) {
     MotifFiles found;
     std::error_code problem;

@@ -5,6 +5,8 @@
 #include <variant>
 #include <vector>
 
+#include "job/downloads/download.h"
+
 // The bytes of motif files: from a file, a folder of files, or standard input, unpacked where they are packed.
 
 namespace varnolix::job {
@@ -35,6 +37,9 @@ struct MotifFiles {
     std::string path;    ///< the file that could not be read
     std::string reason;  ///< empty if all could be read
 };
+
+/// The line that tells the user of a motif that was not taken.
+std::string refusalLine(const std::string& path, const RefusedMotif& refused);
 
 /// Reads a file, standard input ("-"), or all regular files in a folder in the order of their names, hidden ones and
 /// folders in it left out.

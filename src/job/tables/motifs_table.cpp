@@ -1,6 +1,6 @@
 #include "job/tables/motifs_table.h"
 
-#include "job/tables/information.h"
+#include "job/downloads/information.h"
 
 namespace varnolix::job {
 
@@ -69,7 +69,7 @@ std::string motifsTsv(const JobResults& results) {
     for (std::size_t place = 0; place < results.motifs.size(); ++place) {
         const data& motif = results.motifs[place];
         rows.push_back(
-            {motif, results.sources.motifs[place], namesOfInput(results, motif), informationBits(motif.matrix)});
+            {motif, results.sources.motifs[place], namesOfInput(results, motif), informationOf(motif.matrix)});
     }
     return tsvText(ofMotifs, rows);
 }
