@@ -1,3 +1,18 @@
-int main() {
-    return 2;
+#include <CLI/CLI.hpp>
+#include <iostream>
+
+#include "job/command_line.h"
+#include "job/job_error.h"
+#include "run/system/output_file.h"
+#include "run/system/run_limits.h"
+
+int main(int argc, char** argv) {
+    varnolix::letFileSizeLimitFailWrites();
+    varnolix::endWhereMemoryEnds();
+    try {
+        return varnolix::job::runCommandLine(argc, argv);
+    } catch (const varnolix::job::JobError& error) {
+        std::cerr << "varnolix-job: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    }
 }

@@ -58,4 +58,11 @@ void nameOutputFiles() {
     }
 }
 
+void identifyJob() {
+    jobID = makeJobID();
+    // The folder that the user named is not used: results always go next to the input folder.
+    outputPath = resultFolder(inputPath);
+    nameOutputFiles();
+}
+
 }  // namespace varnolix

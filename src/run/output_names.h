@@ -17,4 +17,7 @@ std::string makeJobID();
 /// Puts jobID in front of every output name, and sets its location to outputPath followed by that name.
 void nameOutputFiles();
 
+/// Gives the job its identity, its result folder and its output names. The input folder must be known.
+void identifyJob();
+
 }  // namespace varnolix

@@ -165,10 +165,7 @@ void runDialogue() {
     askFiles();
     askCollection();
     askOutput();
-    jobID = makeJobID();
-    // The folder that the user typed is checked but not used: results always go next to the input folder.
-    outputPath = resultFolder(inputPath);
-    nameOutputFiles();
+    identifyJob();
 }
 
 }  // namespace varnolix

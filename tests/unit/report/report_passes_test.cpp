@@ -32,8 +32,8 @@ class ReportPassesTest : public testing::FolderTest {
     }
 
     ReportWalk walk(std::vector<int> motifs, bool isNote = false) const {
-        return {" Section ",       3,     4, " Matches of ", 5, 2, "Reverse complement motif", 3, lists,
-                std::move(motifs), isNote};
+        return {ListKind::eachMotif, " Section ", 3, 4, " Matches of ", 5, 2, "Reverse complement motif", 3, lists,
+                std::move(motifs),   isNote};
     }
 
     RecordLists lists;
@@ -97,6 +97,19 @@ TEST_F(ReportPassesTest, OneFileHasANoteInPlaceOfMotifs) {
     EXPECT_EQ(read("HTML_Results.html"),
               "</div>\n<div class = 'boxed'>\n<h3 class='sansserif'> Section </h3>\n"
               "<p class='sansserif'><font size = '2'> There is no global matching for 1 motif file. </font></p>\n");
+}
+
+TEST_F(ReportPassesTest, ListsAreKeptWhereTheJobWantsThem) {
+    keepRankedLists(walk({2}));
+    EXPECT_TRUE(rankedLists.empty());
+    keepsRankedLists = true;
+    keepRankedLists(walk({2}));
+    keepRankedLists(walk({2}, true));
+    ASSERT_EQ(rankedLists.size(), 1U);
+    EXPECT_EQ(rankedLists[0].kind, ListKind::eachMotif);
+    EXPECT_EQ(rankedLists[0].matrixID, 2);
+    ASSERT_EQ(rankedLists[0].matches.size(), 1U);
+    EXPECT_EQ(rankedLists[0].matches[0].combinedScore, 0.85);
 }
 
 TEST_F(ReportPassesTest, FormatChoosesThePasses) {

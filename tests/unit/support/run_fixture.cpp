@@ -30,6 +30,7 @@ void resetSettings() {
         text->clear();
     }
     start = stop = wtime = 0;
+    keepsRankedLists = false;
 }
 
 void resetOutputNames() {
@@ -90,6 +91,7 @@ void resetGlobals() {
     startAnew(commonBestScoreResultList, globalMatchingScoreResultList);
     startAnew(topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults);
     startAnew(mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching, mergedMotifBestMatches);
+    startAnew(rankedLists, stageTimes);
     startAnew(mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches);
     startAnew(distanceMatrix, distanceMatrixGlobal);
     startAnew(keepsRankedLists, rankedLists, stageTimes);

@@ -1,0 +1,136 @@
+#include "job/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <iostream>
+#include <optional>
+
+#include "job/collections_command.h"
+#include "job/convert_command.h"
+#include "job/downloads/layouts.h"
+#include "job/folder/installation.h"
+#include "job/folder/job_folder.h"
+#include "job/run/run_command.h"
+
+namespace varnolix::job {
+
+namespace {
+
+constexpr int wrongUse = 2;
+constexpr int mostListed = 50;
+
+/// Sets up a command; what it has to do once the arguments are known is left in `action`.
+using Action = std::function<int()>;
+
+/// The layout is looked up when the option is read, so that a wrong name is wrong use.
+void addLayoutOption(CLI::App& command, std::optional<Layout>& layout) {
+    command
+        .add_option_function<std::string>(
+            "--layout",
+            [&layout](const std::string& name) {
+                layout = layoutOf(name);
+                if (!layout) throw CLI::ValidationError("--layout", "no layout is named " + name);
+            },
+            "Layout of the files: jaspar, meme, transfac, homer, hocomoco, cis-bp, uniprobe, cluster-buster, sites, "
+            "consensus, rows or columns; otherwise told by their content")
+        ->type_name("NAME");
+}
+
+void addRun(CLI::App& app, RunOptions& options, Action& action) {
+    CLI::App* run = app.add_subcommand("run", "Compare motifs, and write reports and tables into a new folder");
+    run->add_option("FILE", options.files,
+                    "Motif files in any layout, also compressed by gzip; a folder is one data set of all files in it; "
+                    "- is standard input; NAME=FILE names the data set")
+        ->required();
+    run->add_option("-o,--output", options.folder, "Folder of the job (default: varnolix-DATE-NUMBER)");
+    run->add_flag("--force", options.replaces, "Replace the job that the folder holds");
+    addLayoutOption(*run, options.layout);
+    run->add_flag("--skip-bad", options.skipsBad, "Leave out motifs that cannot be read, and list them in skipped.tsv");
+    run->add_option("--trim", options.trimBits, "Cut flank columns of less information than this many bits")
+        ->check(CLI::Range(0.0, 2.0));
+    run->add_option("--top", options.topMotifs, "Number of top motifs (default: 10)")->check(CLI::Range(1, mostListed));
+    run->add_option("--best", options.bestMatches, "Number of best matches of a motif (default: 10)")
+        ->check(CLI::Range(1, mostListed));
+    run->add_option("--cutoff", options.cutoff,
+                    "Least similarity: 0.5, 0.6, 0.7, 0.75, 0.8, 0.85 or 0.9 (default: 0.85)")
+        ->check(CLI::IsMember({"0.5", "0.6", "0.7", "0.75", "0.8", "0.85", "0.9"}));
+    run->add_option("--threads", options.threads, "Number of threads (default: all that the machine has)")
+        ->check(CLI::PositiveNumber);
+    run->add_option("--collection", options.collection,
+                    "Reference collection: an installed name, a file or folder in any layout, or none (default)");
+    run->add_option("--type", options.type, "Matches to report: all (default), or global-only: those across data sets")
+        ->check(CLI::IsMember({"all", "global-only"}));
+    run->add_option("--format", options.format, "Format of the reports: text (default), html, pdf or all")
+        ->check(CLI::IsMember({"text", "html", "pdf", "all"}));
+    run->add_flag("--tree", options.drawsTree, "Draw the tree of the motifs");
+    run->add_flag("--merge", options.merges, "Merge similar motifs");
+    run->add_flag("-q,--quiet", options.isQuiet, "Print nothing but errors");
+    run->callback([&options, &action] { action = [&options] { return runCommand(options); }; });
+}
+
+void addConvert(CLI::App& app, ConvertOptions& options, Action& action) {
+    CLI::App* convert = app.add_subcommand("convert", "Print motifs of any layout in another one");
+    convert->add_option("FILE", options.files, "Motif files in any layout; - is standard input")->required();
+    convert->add_option("--to", options.to, "Layout to print: jaspar (default), meme, transfac or tsv")
+        ->check(CLI::IsMember({"jaspar", "meme", "transfac", "tsv"}));
+    addLayoutOption(*convert, options.layout);
+    convert->add_flag("--taxon", options.withTaxon, "Write the taxon, too, where the layout has a place for it");
+    convert->add_flag("--skip-bad", options.skipBad, "Leave out motifs that cannot be read");
+    convert->callback([&options, &action] { action = [&options] { return convertCommand(options); }; });
+}
+
+void addCollections(CLI::App& app, CollectionOptions& options, Action& action) {
+    CLI::App* list = app.add_subcommand("collections", "List the reference collections, or install one");
+    list->callback([&options, &action, list] {
+        if (list->get_subcommands().empty()) action = [] { return listCollections(); };
+        (void)options;
+    });
+    CLI::App* install = list->add_subcommand("install", "Install a reference collection from a download");
+    install->add_option("NAME", options.name, "Name of the collection, as listed")->required();
+    install->add_option("FILE", options.file, "Motif file in any layout, or a folder of such files")->required();
+    install->add_option("--to", options.folder, "Job folder that gets it; otherwise it is there for all later jobs");
+    addLayoutOption(*install, options.layout);
+    install->callback([&options, &action] { action = [&options] { return installCommand(options); }; });
+}
+
+void addFolder(CLI::App& app, std::string& folder, Action& action) {
+    CLI::App* command = app.add_subcommand("folder", "Make a job folder for the dialogue, and print its answers");
+    command->add_option("DIR", folder, "Folder to make, or to complete")->required();
+    command->callback([&folder, &action] {
+        action = [&folder] {
+            std::cout << describeJobFolder(makeJobFolder(folder, findInstallation()));
+            return EXIT_SUCCESS;
+        };
+    });
+}
+
+}  // namespace
+
+int runCommandLine(int argc, char** argv) {
+    CLI::App app("Compare DNA sequence motifs", "varnolix-job");
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "varnolix-job " VARNOLIX_FULL_VERSION);
+    app.get_formatter()->column_width(26);
+    RunOptions run;
+    ConvertOptions convert;
+    CollectionOptions collection;
+    std::string folder;
+    Action action;
+    addRun(app, run, action);
+    addConvert(app, convert, action);
+    addCollections(app, collection, action);
+    addFolder(app, folder, action);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp& help) {
+        return app.exit(help);
+    } catch (const CLI::CallForVersion& version) {
+        return app.exit(version);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "varnolix-job: " << error.what() << "\nTry 'varnolix-job --help'.\n";
+        return wrongUse;
+    }
+    return action();
+}
+
+}  // namespace varnolix::job

@@ -1,0 +1,110 @@
+#include "job/folder/job_folder.h"
+
+#include "job/folder/collection_store.h"
+#include "job/folder/files.h"
+#include "job/job_error.h"
+#include "run/collections.h"
+#include "run/run_text.h"
+
+namespace fs = std::filesystem;
+
+namespace varnolix::job {
+
+namespace {
+
+/// The text as one word of a shell script.
+std::string quoted(const std::string& text) {
+    std::string word = "'";
+    for (const char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return word + "'";
+}
+
+/// Puts the value in place of every "@name@".
+void fillIn(std::string& text, const std::string& name, const std::string& value) {
+    const std::string mark = "@" + name + "@";
+    for (std::size_t at = text.find(mark); at != std::string::npos; at = text.find(mark, at + value.size())) {
+        text.replace(at, mark.size(), value);
+    }
+}
+
+void makeFolder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error || !fs::is_directory(folder)) throw JobError("cannot make the folder " + folder.string());
+}
+
+/// Makes a link to a file of the installation, or removes the link if that file is gone. What was put there by hand
+/// stays.
+void linkFile(const fs::path& target, const fs::path& link) {
+    const fs::file_status status = fs::symlink_status(link);
+    if (fs::exists(status) && !fs::is_symlink(status)) return;
+    fs::remove(link);
+    if (fs::exists(target)) fs::create_symlink(target, link);
+}
+
+/// Whether the folder was made for a job: everything that makeJobFolder puts there first is in it.
+bool isJobFolder(const fs::path& folder) {
+    return fs::is_directory(folder / "motifs") && fs::is_directory(folder / "result") && fs::exists(folder / "run");
+}
+
+}  // namespace
+
+std::string runScript(const Installation& installation) {
+    std::string text = readFile(installation.home / "tools" / "job_folder" / "run");
+    fillIn(text, "home", quoted(installation.home));
+    fillIn(text, "program", quoted(installation.program));
+    fillIn(text, "packages", quoted(installation.rPackages));
+    return text;
+}
+
+fs::path makeJobFolder(const fs::path& folder, const Installation& installation) {
+    if (folder.string().find('\n') != std::string::npos) {
+        throw JobError("a folder name with a line end cannot be answered in the dialogue");
+    }
+    for (const char* name : {"motifs", "result", "databases/jaspar", "databases/transfac", "databases/uniprobe"}) {
+        makeFolder(folder / name);
+    }
+    const fs::path job = fs::canonical(folder);
+    fs::copy_file(installation.home / "tools" / "prince.php", job / "prince.php", fs::copy_options::overwrite_existing);
+    linkFile(installation.logoTool, job / "motifs" / "weblogo-3.4");
+    for (const Collection& collection : collections) {
+        linkFile(collectionFile(installation.home, collection), collectionFile(job, collection));
+    }
+    writeFile(job / "run", runScript(installation));
+    fs::permissions(job / "run", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
+                    fs::perm_options::add);
+    return job;
+}
+
+std::string describeJobFolder(const fs::path& folder) {
+    const std::string job = folder.string();
+    std::string text = "Job folder " + job + "\n  motif files go into  " + job + "/motifs/\n  reports appear in    " +
+                       job + "/result/\n  start it with        " + job +
+                       "/run   (answers from a file: run ANSWERS)\n\nAnswers for this folder:\n"
+                       "  input file's location    " +
+                       job +
+                       "/motifs/\n  input file names         the bare names of files in motifs/, without blanks\n"
+                       "  output file's location   " +
+                       job + "/result/\n\nCollections (answer, name, what is there):\n";
+    return text + collectionTable(folder);
+}
+
+std::string freeFolderName() {
+    const std::string now = getCurrDateTimeFormat();
+    const std::string stem = "varnolix-" + now.substr(0, now.find('_')) + "-";
+    int number = 1;
+    while (fs::exists(fs::symlink_status(stem + std::to_string(number)))) ++number;
+    return stem + std::to_string(number);
+}
+
+void claimFolder(const fs::path& folder, bool mayEmpty) {
+    const fs::file_status status = fs::status(folder);
+    if (!fs::exists(status)) return;
+    if (!fs::is_directory(status)) throw JobError(folder.string() + " exists and is not a folder");
+    if (fs::is_empty(folder)) return;
+    if (!isJobFolder(folder)) throw JobError(folder.string() + " holds other files, so no job is made in it");
+    if (!mayEmpty) throw JobError(folder.string() + " holds a job already; --force replaces it");
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry.path());
+}
+
+}  // namespace varnolix::job

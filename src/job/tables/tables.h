@@ -1,0 +1,36 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+#include <string>
+#include <vector>
+
+#include "job/job_motif.h"
+#include "job/tables/job_record.h"
+
+// Writes what a job has beside its reports. To be called when runJob() is through; reads the globals that it leaves.
+
+namespace varnolix::job {
+
+struct TableSettings {
+    std::string folder;      ///< the job folder, where everything goes; with a slash at its end
+    std::string treeScript;  ///< path of tools/tree_newick.R
+};
+
+/// Writes the tables, the combined motifs and the trees. Ends the run if a file cannot be written; a tree that R cannot
+/// make is only noted. Adds an entry to stageTimes.
+/// @return what the user should know, as sentences
+std::vector<std::string> writeTables(const JobSources& sources, const std::vector<SkippedMotif>& skipped,
+                                     const TableSettings& settings);
+
+/// What job.json says beyond what the stages and the folder tell.
+struct RecordedJob {
+    std::string version;
+    const nlohmann::ordered_json& settings;  ///< the options of the job, by name
+    std::vector<InputFile> inputs;
+    std::vector<std::string> notes;  ///< sentences
+};
+
+/// Writes job.json, as a whole or not at all. Nothing may be written to the folder afterwards.
+void writeJobRecord(const JobSources& sources, const RecordedJob& job, const TableSettings& settings);
+
+}  // namespace varnolix::job

@@ -1,0 +1,98 @@
+#include "job/folder/job_folder.h"
+
+#include <gmock/gmock.h>
+
+#include "job/folder/collection_store.h"
+#include "job/folder/files.h"
+#include "job/job_error.h"
+#include "support/run_fixture.h"
+
+namespace varnolix::job {
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::HasSubstr;
+
+class JobFolderTest : public varnolix::testing::FolderTest {
+  protected:
+    JobFolderTest() : home(folder() + "it's home"), job(folder() + "job") {
+        fs::create_directories(home / "tools" / "job_folder");
+        fs::create_directories(home / "tools" / "weblogo-3.4");
+        writeFile(home / "tools" / "prince.php", "<?php\n");
+        writeFile(home / "tools" / "job_folder" / "run", "home=@home@\nprogram=@program@\npackages=@packages@\n");
+        installation = {home, home / "varnolix", home / "tools" / "weblogo-3.4", home / "packages"};
+    }
+
+    fs::path home;
+    fs::path job;
+    Installation installation;
+};
+
+TEST_F(JobFolderTest, StartScriptNamesTheInstallation) {
+    const std::string quoted = "'" + folder() + "it'\\''s home";
+    EXPECT_EQ(runScript(installation),
+              "home=" + quoted + "'\nprogram=" + quoted + "/varnolix'\npackages=" + quoted + "/packages'\n");
+}
+
+TEST_F(JobFolderTest, HasWhatTheStagesNeed) {
+    EXPECT_EQ(makeJobFolder(job, installation), fs::canonical(job));
+    for (const char* name : {"motifs", "result", "databases/jaspar", "motifs/weblogo-3.4"}) {
+        EXPECT_TRUE(fs::is_directory(job / name)) << name;
+    }
+    EXPECT_EQ(readFile(job / "prince.php"), "<?php\n");
+}
+
+TEST_F(JobFolderTest, CollectionsAreLinkedAndCounted) {
+    const Collection& collection = collectionNamed("jasparFungi");
+    installCollection(home, collection, {{"M1", "", "", {{"1", "0", "0", "0"}}, "", 1}});
+    makeJobFolder(job, installation);
+    EXPECT_TRUE(fs::is_symlink(collectionFile(job, collection)));
+    EXPECT_THAT(describeJobFolder(job), HasSubstr("     2  jasparFungi          1 motif\n"));
+    EXPECT_THAT(describeJobFolder(job), HasSubstr("     8  transfac             not installed\n"));
+}
+
+TEST_F(JobFolderTest, CollectionOfUnnamedMotifsKeepsThemApart) {
+    // The stages tell reference motifs apart by their names.
+    const Collection& collection = collectionNamed("jasparAll");
+    const NumberColumn column{"1", "0", "0", "0"};
+    installCollection(home, collection, {{"M1", "", "", {column}, "", 1}, {"M2", "", "", {column}, "", 2}});
+    const std::string text = readFile(collectionFile(home, collection));
+    EXPECT_THAT(text, HasSubstr(">M1 M1\n"));
+    EXPECT_THAT(text, HasSubstr(">M2 M2\n"));
+}
+
+TEST_F(JobFolderTest, UnknownCollectionIsRefusedWithAllNames) {
+    try {
+        collectionNamed("jaspar");
+        FAIL();
+    } catch (const JobError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("no collection is named jaspar"));
+        EXPECT_THAT(error.what(), HasSubstr("uniprobeYeast"));
+    }
+}
+
+TEST_F(JobFolderTest, OnlyAJobIsEverEmptied) {
+    claimFolder(job, false);
+    fs::create_directories(job);
+    claimFolder(job, false);
+    makeJobFolder(job, installation);
+    writeFile(job / "matches.tsv", "old\n");
+    EXPECT_THROW(claimFolder(job, false), JobError);
+    claimFolder(job, true);
+    EXPECT_TRUE(fs::is_empty(job));
+    writeFile(job / "mine.txt", "mine\n");
+    EXPECT_THROW(claimFolder(job, true), JobError);
+    EXPECT_EQ(readFile(job / "mine.txt"), "mine\n");
+    EXPECT_THROW(claimFolder(job / "mine.txt", true), JobError);
+}
+
+TEST_F(JobFolderTest, FileIsWrittenWholeOrNotAtAll) {
+    EXPECT_THROW(writeFile(fs::path(folder()) / "absent" / "file", "text"), JobError);
+    EXPECT_THROW(readFile(fs::path(folder()) / "absent"), JobError);
+    writeFile(fs::path(folder()) / "file", "text");
+    EXPECT_EQ(read("file"), "text");
+    EXPECT_FALSE(fs::exists(folder() + "file.new"));
+}
+
+}  // namespace
+}  // namespace varnolix::job
