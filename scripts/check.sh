@@ -51,7 +51,7 @@ check_tidy() {
 }
 
 check_shell() {
-    shellcheck scripts/*.sh .ci/run
+    shellcheck scripts/*.sh .ci/run tools/job_folder/run tools/completion/varnolix-job
 }
 
 check_with clang-format check_format

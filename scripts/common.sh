@@ -3,6 +3,8 @@
 
 project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 program="${VARNOLIX_PROGRAM:-$project/build/release/varnolix}"
+# The companion program, which does the work of some scripts.
+companion="${VARNOLIX_JOB:-$project/build/release/varnolix-job}"
 # Where setup.sh puts R packages that this release of the system does not have; DIR/run and prove.sh look there.
 r_library="$project/build/R-library"
 catalogue="$project/databases/catalogue.txt"
@@ -29,21 +31,6 @@ wrong_use() {
     exit 2
 }
 
-# motifs_in FILE: prints the number of motifs in an installed collection.
-motifs_in() {
-    case $1 in
-        */transfac/*) grep -c '^AC' "$1" || true ;;
-        *) grep -c '^>' "$1" || true ;;
-    esac
-}
-
-# count_motifs FILE: the same, followed by "motif" or "motifs".
-count_motifs() {
-    local count
-    count="$(motifs_in "$1")"
-    if (( count == 1 )); then echo "1 motif"; else echo "$count motifs"; fi
-}
-
 # build_target TARGET [PRESET]: builds a target in build/release; this is quick if it is up to date. The default preset
 # is release. The preset program leaves out the tests, which need GoogleTest, and does not configure the folder again if
 # it has been configured before.
@@ -56,4 +43,10 @@ build_target() {
     fi
     say "Building (cmake --build --preset $preset --target $1)"
     cmake --build --preset "$preset" --target "$1"
+}
+
+# run_companion ARGUMENT...: becomes the companion, which is built first if it is missing.
+run_companion() {
+    [[ -x $companion ]] || (build_target varnolix-job program) >&2
+    VARNOLIX_HOME="$project" VARNOLIX_PROGRAM="$program" exec "$companion" "$@"
 }

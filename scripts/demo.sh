@@ -25,7 +25,7 @@ job="$project/build/demo-job"
 limit=600
 
 "$here/setup.sh" --if-missing "$@"
-build_target varnolix program
+build_target programs program
 
 say "Making the job folder"
 rm -rf "$job"
@@ -98,7 +98,7 @@ report() {
 logos() {
     local motifs found
     motifs=$(( $(sed -n 's/^Total number of motifs: //p' "$job/result/${identity}input_motifs.txt")
-               + $(motifs_in "$job/databases/jaspar/jaspar_pfm_all.txt") ))
+               + $(grep -c '^>' "$job/databases/jaspar/jaspar_pfm_all.txt") ))
     found="$(find "$job/result/${identity}image" -name '*.jpeg' -size +0 | wc -l)"
     if (( found == 2 * motifs )); then
         line image/ "$found logos: each motif and its reverse complement"
@@ -136,4 +136,22 @@ if ! $text_only; then
     done
 fi
 (( missing == 0 )) || fail "$missing of the reports are missing; the console is kept in $job/console.txt"
-say "All there. Your own motifs: scripts/new-job.sh DIR"
+
+# The same job by the companion, as text: its pages would be the same ones again.
+short="$project/build/demo-short"
+samples="$project/examples"
+command=("$companion" run --force -o "$short" --top 3 --best 2 --cutoff 0.75 --merge
+         --collection "$samples/collection/sample_jaspar.txt" "$samples/motifs/promoters.txt" "$samples/motifs/enhancers.txt")
+$text_only || command+=(--tree)
+rm -rf "$short"
+say "The same job in one command"
+printf '  %s' "${command[@]#"$project/"}"
+printf '\n'
+"${command[@]}"
+say "The first matches in $short/matches.tsv (six of its columns)"
+awk -F '\t' '
+    NR == 1 { for (i = 1; i <= NF; i++) column[$i] = i }
+    NR <= 4 { printf "  %-12s %-14s %-14s %-12s %-8s %s\n", $column["list"], $column["query_id"], $column["target_id"],
+                     $column["orientation"], $column["overlap"], $column["similarity"] }' "$short/matches.tsv"
+
+say "All there. Your own motifs: varnolix-job run FILE..., or scripts/new-job.sh DIR for the dialogue"

@@ -163,7 +163,7 @@ def shortened(lines):
     return lines[:MOST_SHOWN] + [f"  ... and {len(lines) - MOST_SHOWN} more"]
 
 
-def advice(folder, name, motifs, headings, converter):
+def advice(folder, name, motifs, headings, companion):
     """What is wrong with a file and how to repair it, one text for each fault."""
     shown = printable(name)
     if " " in name:
@@ -173,13 +173,13 @@ def advice(folder, name, motifs, headings, converter):
         mended = os.path.splitext(path)[0] + "_mended.txt"
         yield (f"{shown}: {counted(motifs, 'motif')} of {headings} will be read. Perhaps empty lines between motifs are "
                f"missing, or the layout is another one. To mend a download:\n"
-               f"    {shlex.quote(converter)} jaspar {shlex.quote(path)} > {shlex.quote(mended)}")
+               f"    {shlex.quote(companion)} convert {shlex.quote(path)} > {shlex.quote(mended)}")
     if motifs is not None and motifs > headings:
         yield (f"{shown}: more motifs than headings will be read. Perhaps a table is longer than 31 lines and is cut in "
                f"pieces.")
 
 
-def preview(program, folder, converter):
+def preview(program, folder, companion):
     """The lines that say what the files hold, with a warning where the program will read something else."""
     found = look_at(program, folder)
     if not found:
@@ -191,6 +191,6 @@ def preview(program, folder, converter):
         if motifs is not None and motifs != headings:
             told += f", but {counted(headings, 'heading')} seen"
         lines.append(f"  {printable(name).ljust(width)}  {told}")
-        warnings += ["warning: " + text for text in advice(folder, name, motifs, headings, converter)]
+        warnings += ["warning: " + text for text in advice(folder, name, motifs, headings, companion)]
     return ["Files there, and how many motifs the program will read from each:", *shortened(lines),
             *shortened(warnings)]

@@ -361,13 +361,13 @@ def run_program(program, job, answers, kept):
 def show_folder(program, job, kept):
     """Shows the answers for this folder and the files in motifs/."""
     motifs = os.path.join(job, "motifs", "")
-    converter = os.path.join(os.path.dirname(os.path.abspath(__file__)), "convert_collection.py")
+    companion = os.path.join(os.path.dirname(program), "varnolix-job")
     print(f"Answers for this folder:\n"
           f"  input file's location    {motifs}\n"
           f"  input file names         the bare names of files in it\n"
           f"  output file's location   {os.path.join(job, 'result', '')}")
     with contextlib.suppress(OSError):
-        print("\n".join(["", *motif_preview.preview(program, motifs, converter)]))
+        print("\n".join(["", *motif_preview.preview(program, motifs, companion)]))
     print(f"\nWhat you type is kept in {kept.path}\n", flush=True)
 
 

@@ -9,6 +9,7 @@ from unittest import mock
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 PROGRAM = os.path.abspath(os.environ.get("VARNOLIX_PROGRAM", os.path.join(ROOT, "build", "release", "varnolix")))
+COMPANION = os.path.join(os.path.dirname(PROGRAM), "varnolix-job")
 LIMIT = 120                             # seconds for any one script
 
 
@@ -36,6 +37,7 @@ class ScriptTest(unittest.TestCase):
         self.addCleanup(environment.stop)
         for name in [name for name in os.environ if name.startswith("VARNOLIX_")]:
             del os.environ[name]
+        os.environ["VARNOLIX_JOB"] = COMPANION
         self.top = os.path.realpath(tempfile.mkdtemp(prefix="varnolix-scripts-"))
         self.addCleanup(shutil.rmtree, self.top)
         self.project = os.path.join(self.top, "project")
@@ -44,6 +46,7 @@ class ScriptTest(unittest.TestCase):
         for tool in ("weblogo-3.4/weblogo", "bin/php5"):
             write(os.path.join(self.project, "tools", tool), "#!/bin/sh\n", executable=True)
         write(os.path.join(self.project, "tools", "prince.php"), "<?php\n")
+        shutil.copytree(os.path.join(ROOT, "tools", "job_folder"), os.path.join(self.project, "tools", "job_folder"))
         os.makedirs(os.path.join(self.project, "databases"))
         shutil.copy(os.path.join(ROOT, "databases", "catalogue.txt"), os.path.join(self.project, "databases"))
 

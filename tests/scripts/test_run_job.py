@@ -237,7 +237,7 @@ class ShownFirst(JobTest):
         self.assertRegex(shown, r"(?m)^  it's a.txt  1 motif, but 9 headings seen$")
         self.assertIn("1 motif of 9 will be read", shown)
         self.assertIn("a name with a blank cannot be typed", shown)
-        advice = re.search(r"(?m)^ +(\S*convert_collection.py jaspar .*)$", shown)[1]
+        advice = re.search(r"(?m)^ +(\S*varnolix-job convert .*)$", shown)[1]
         done = subprocess.run(["/bin/sh", "-c", advice], capture_output=True, text=True, timeout=LIMIT, check=False)
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertRegex(self.shown(), r"(?m)^  it's a_mended.txt  9 motifs$")
