@@ -1,4 +1,5 @@
-#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
 #include <iostream>
 
 #include "job/command_line.h"
@@ -13,6 +14,9 @@ int main(int argc, char** argv) {
         return varnolix::job::runCommandLine(argc, argv);
     } catch (const varnolix::job::JobError& error) {
         std::cerr << "varnolix-job: " << error.what() << '\n';
+        return EXIT_FAILURE;
+    } catch (const std::filesystem::filesystem_error& error) {
+        std::cerr << "varnolix-job: " << error.path1().string() << ": " << error.code().message() << '\n';
         return EXIT_FAILURE;
     }
 }

@@ -20,7 +20,7 @@ class Run(CompanionTest):
 
     def test_files_are_data_sets_in_order(self):
         rows = table(os.path.join(self.job("a.jaspar", "known=b.jaspar"), "motifs.tsv"))
-        self.assertEqual([(row["dataset"], row["id"]) for row in rows],
+        self.assertEqual([(row["dataset"], row["name"]) for row in rows],
                          [("a", "M1"), ("a", "M2"), ("known", "N1"), ("known", "N2")])
 
     def test_folder_gzip_and_standard_input(self):
@@ -63,7 +63,7 @@ class Run(CompanionTest):
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"--force replaces it", done.stderr)
         self.job("--force", "b.jaspar")
-        self.assertEqual(table(self.path("job", "motifs.tsv"))[0]["id"], "N1")
+        self.assertEqual(table(self.path("job", "motifs.tsv"))[0]["name"], "N1")
         write(self.path("mine", "precious.txt"), b"mine\n")
         done = self.companion("run", "-o", "mine", "--force", "b.jaspar")
         self.assertEqual((done.returncode, read(self.path("mine", "precious.txt"))), (1, b"mine\n"))
@@ -102,9 +102,10 @@ class Run(CompanionTest):
         for arguments, words in ((["absent.txt"], "absent.txt"), (["one.txt"], "at least two motifs"),
                                  (["--collection=absent", "a.jaspar"], "absent"),
                                  (["--collection=jasparFungi", "a.jaspar"], "not installed"),
-                                 (["-o", "/proc/no/such", "a.jaspar"], "/proc/no/such")):
+                                 (["--output=/proc/no/such", "a.jaspar"], "/proc/no/such")):
             with self.subTest(arguments):
-                done = self.companion("run", "-o", "job", *arguments)
+                folder = [] if "--output" in arguments[0] else ["-o", "job"]
+                done = self.companion("run", *folder, *arguments)
                 self.assertEqual(done.returncode, 1, done.stderr)
                 self.assertRegex(done.stderr.decode(), rf"\Avarnolix-job: [^\n]*{words}[^\n]*\n\Z")
                 self.assertFalse(os.path.exists(self.path("job")))

@@ -65,7 +65,7 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
         makeFolder(folder / name);
     }
     const fs::path job = fs::canonical(folder);
-    fs::copy_file(installation.home / "tools" / "prince.php", job / "prince.php", fs::copy_options::overwrite_existing);
+    writeFile(job / "prince.php", readFile(installation.home / "tools" / "prince.php"));
     linkFile(installation.logoTool, job / "motifs" / "weblogo-3.4");
     for (const Collection& collection : collections) {
         linkFile(collectionFile(installation.home, collection), collectionFile(job, collection));
