@@ -37,31 +37,6 @@ std::string readConsensus(const Record& record, DownloadedMotif& motif) {
     return readConsensusLetters(record.body.front(), motif.columns);
 }
 
-bool isUpper(char letter) {
-    return std::isupper(static_cast<unsigned char>(letter)) != 0;
-}
-
-/// The only run of upper-case letters in a sequence that has both cases; empty if there is no such run.
-std::string_view upperCaseRun(std::string_view sequence) {
-    const auto* const from = std::find_if(sequence.begin(), sequence.end(), isUpper);
-    const auto* const to = std::find_if_not(from, sequence.end(), isUpper);
-    if (to - from == static_cast<std::ptrdiff_t>(sequence.size()) || std::any_of(to, sequence.end(), isUpper))
-        return {};
-    return {from, static_cast<std::size_t>(to - from)};
-}
-
-/// Some collections publish sites with their surroundings, the site in upper case. If that is so in all sequences, with
-/// sites of one length, the sites alone remain.
-Lines withoutSurroundings(const Lines& sequences) {
-    Lines sites;
-    for (const TextLine& sequence : sequences) {
-        const std::string_view site = upperCaseRun(sequence.text);
-        if (site.empty() || (!sites.empty() && site.size() != sites.front().text.size())) return sequences;
-        sites.push_back({site, sequence.number});
-    }
-    return sites;
-}
-
 using SiteCounts = std::vector<std::array<std::size_t, 4>>;
 
 std::string countSite(const TextLine& site, SiteCounts& counts) {

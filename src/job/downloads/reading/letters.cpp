@@ -17,6 +17,36 @@ bool isOfSite(char letter) {
     return std::string_view("ACGTUNacgtun").find(letter) != std::string_view::npos || isGap(letter);
 }
 
+bool isUpper(char letter) {
+    return letter >= 'A' && letter <= 'Z';
+}
+
+bool isLower(char letter) {
+    return letter >= 'a' && letter <= 'z';
+}
+
+/// The only run of upper-case letters in a sequence whose other letters are in lower case; empty if there is none.
+std::string_view siteWithin(std::string_view sequence) {
+    const auto* const from = std::find_if(sequence.begin(), sequence.end(), isUpper);
+    const auto* const to = std::find_if_not(from, sequence.end(), isUpper);
+    const bool hasSurroundings = from != sequence.begin() || to != sequence.end();
+    if (!hasSurroundings || !std::all_of(sequence.begin(), from, isLower) ||
+        !std::all_of(to, sequence.end(), isLower)) {
+        return {};
+    }
+    return {from, static_cast<std::size_t>(to - from)};
+}
+
+/// How many sequences have each length.
+using Lengths = std::map<std::size_t, std::size_t>;
+
+/// Whether more than half of the sequences, and at least two, have one of the lengths.
+bool haveCommonLength(const Lengths& lengths, std::size_t sequences) {
+    return std::any_of(lengths.begin(), lengths.end(), [sequences](const auto& length) {
+        return length.first > 0 && length.second > 1 && 2 * length.second > sequences;
+    });
+}
+
 }  // namespace
 
 std::optional<NumberColumn> basesAllowedBy(char letter) {
@@ -65,21 +95,31 @@ bool isSequence(std::string_view line) {
     return line.size() > 1 && std::all_of(line.begin(), line.end(), isLetterOrGap);
 }
 
+Lines withoutSurroundings(const Lines& sequences) {
+    Lines sites;
+    for (const TextLine& sequence : sequences) {
+        const std::string_view site = siteWithin(sequence.text);
+        if (site.empty() || (!sites.empty() && site.size() != sites.front().text.size())) return sequences;
+        sites.push_back({site, sequence.number});
+    }
+    return sites;
+}
+
 bool areSites(const std::vector<Record>& records) {
-    std::map<std::size_t, std::size_t> recordsOfLength;
+    Lengths whole;
+    Lengths within;
     bool hasOtherLetters = false;
     for (const Record& record : records) {
         if (record.body.size() > 1) return true;
         for (const TextLine& line : record.body) {
             if (std::any_of(line.text.begin(), line.text.end(), isGap)) return true;
             if (!std::all_of(line.text.begin(), line.text.end(), isOfSite)) hasOtherLetters = true;
-            ++recordsOfLength[line.text.size()];
+            ++whole[line.text.size()];
+            ++within[siteWithin(line.text).size()];
         }
     }
     if (hasOtherLetters) return false;
-    return std::any_of(recordsOfLength.begin(), recordsOfLength.end(), [&records](const auto& length) {
-        return length.second > 1 && 2 * length.second > records.size();
-    });
+    return haveCommonLength(whole, records.size()) || haveCommonLength(within, records.size());
 }
 
 }  // namespace varnolix::job

@@ -20,9 +20,13 @@ bool isGap(char character);
 /// Whether the line can be a sequence: one word of letters and gaps, at least two.
 bool isSequence(std::string_view line);
 
+/// Some collections publish sites with their surroundings, the site in upper case and the rest in lower case. If that
+/// is so in all sequences, with sites of one length, the sites alone; otherwise the sequences as they are.
+Lines withoutSurroundings(const Lines& sequences);
+
 /// Whether records of sequences are aligned sites rather than one consensus each. They are if a record has several
 /// lines, or if there are gaps. They are not if there is a letter for several bases other than N. Otherwise they are if
-/// more than half of them, and at least two, are equally long.
+/// more than half of them, and at least two, are equally long, with or without their surroundings.
 bool areSites(const std::vector<Record>& records);
 
 }  // namespace varnolix::job

@@ -21,11 +21,18 @@ bool isLetter(char character) {
     return std::isalpha(static_cast<unsigned char>(character)) != 0;
 }
 
+bool isBase(char letter) {
+    return letter == 'U' || bases.find(letter) != std::string_view::npos;
+}
+
 /// What follows the letter of a row, without the mark between them. Nothing if no row begins like that.
 std::optional<std::string_view> behindLetter(std::string_view line) {
     constexpr std::string_view marks = ":|[ \t";
     if (line.empty() || !isLetter(line[0])) return std::nullopt;
-    if (line.size() == 1) return std::string_view();
+    if (line.size() == 1) {
+        if (!isBase(upper(line[0]))) return std::nullopt;
+        return std::string_view();
+    }
     if (marks.find(line[1]) == std::string_view::npos) return std::nullopt;
     line = trimmed(line.substr(1));
     if (!line.empty() && (line[0] == ':' || line[0] == '|')) line.remove_prefix(1);
@@ -86,11 +93,12 @@ BaseRow baseRowOf(std::string_view line) {
 }
 
 bool namesBase(const BaseRow& row) {
-    return row.letter != '\0' && (row.letter == 'U' || bases.find(row.letter) != std::string_view::npos);
+    return row.letter != '\0' && isBase(row.letter);
 }
 
 std::string columnsOfBaseRows(std::span<const BaseRow> rows, std::vector<NumberColumn>& columns) {
     if (rows.empty()) return "no rows of values";
+    if (rows.size() == 1) return "1 row of values, not four";
     if (rows.size() != bases.size()) return std::to_string(rows.size()) + " rows of values, not four";
     std::array<std::string_view, 4> letters;
     for (std::size_t row = 0; row < rows.size(); ++row) {

@@ -149,8 +149,9 @@ void readUniprobe(const Lines& lines, Download& found) {
     Table table;
     Protein protein;
     for (const TextLine& line : lines) {
-        const bool isRow = isUniprobeRow(line.text);
         const bool isComplete = table.rows.size() == baseCount;
+        const bool isInside = !table.rows.empty() && !isComplete;
+        const bool isRow = isUniprobeRow(line.text) || (isInside && namesBase(baseRowOf(line.text)));
         if (!table.rows.empty() && (isRow ? isComplete : !line.text.empty())) closeTable(table, protein, found);
         if (isRow) {
             if (table.rows.empty()) table.line = line.number;
