@@ -15,6 +15,8 @@ void readersTarget(std::string_view text);
 void collectionsTarget(std::string_view text);
 /// The answers of the dialogue, and how they are written into commands, scripts, tables and pages.
 void answersTarget(std::string_view text);
+/// Reading downloads in every layout: plain numbers, no motif without columns, and what is written is read back.
+void downloadTarget(std::string_view text);
 
 struct Target {
     const char* name;  ///< also the name of the folder with its stored inputs
@@ -26,6 +28,7 @@ inline constexpr Target targets[] = {
     {"readers", readersTarget},
     {"collections", collectionsTarget},
     {"answers", answersTarget},
+    {"download", downloadTarget},
 };
 
 /// If the promise does not hold, prints its text and ends the process.

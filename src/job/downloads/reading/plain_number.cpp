@@ -76,6 +76,12 @@ long scientificExponent(const NumberParts& parts) {
            parts.exponent;
 }
 
+/// Small numbers are in range if they are written out already.
+bool isInRange(const NumberParts& parts) {
+    const long exponent = scientificExponent(parts);
+    return exponent <= mostDigits && (exponent >= -mostDigits || !parts.hasExponent);
+}
+
 /// The number with its point moved by the exponent, which has to be small.
 std::string withoutExponent(const NumberParts& parts) {
     std::string digits = std::string(parts.whole) + std::string(parts.fraction);
@@ -115,8 +121,8 @@ std::string plainNumber(std::string_view token, std::string& plain) {
     if (parts.isNegative && !valueIsZero) {
         return shown(token) + " is below 0; counts or frequencies are needed, no log-odds";
     }
-    const std::size_t significant = std::min(parts.whole.find_first_not_of('0'), parts.whole.size());
-    if (parts.whole.size() - significant > mostDigits) return shown(token) + " is no count or frequency";
+    const bool mayBeTooLong = parts.hasExponent || parts.whole.size() > mostDigits;
+    if (mayBeTooLong && !valueIsZero && !isInRange(parts)) return shown(token) + " is no count or frequency";
     if (!parts.hasExponent) {
         plain = parts.whole.empty() ? "0" : std::string(parts.whole);
         if (!parts.fraction.empty()) plain.append(".").append(parts.fraction);
@@ -126,7 +132,6 @@ std::string plainNumber(std::string_view token, std::string& plain) {
         plain = "0";
         return "";
     }
-    if (std::abs(scientificExponent(parts)) > mostDigits) return shown(token) + " is no count or frequency";
     plain = withoutExponent(parts);
     return "";
 }
