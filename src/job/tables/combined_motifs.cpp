@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 
 #include "job/tables/pair_placement.h"
 #include "merge/matrix_placement.h"
@@ -131,8 +132,10 @@ void appendGroup(std::string& text, const JobResults& results, const MergedList&
     }
 }
 
-/// The number in plain decimal notation, with as few digits as it takes to read the same number back.
+/// The number in plain decimal notation, with as few digits as it takes to read the same number back. The columns of a
+/// motif without counts are no numbers; they are 0 in the files.
 std::string decimalText(double number) {
+    if (!std::isfinite(number)) return "0";
     // The smallest numbers have more than 300 zeros behind the point.
     std::array<char, 512> digits{};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);

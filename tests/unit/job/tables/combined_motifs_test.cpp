@@ -2,10 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 #include "input/getRevCompMotif.h"
 #include "job/tables/small_job.h"
 #include "job/tables/table_lines.h"
 #include "merge/stages.h"
+#include "scan/region_rule.h"
 #include "support/random_motifs.h"
 
 namespace varnolix {
@@ -190,6 +193,22 @@ TEST_F(CombinedMotifsTest, MembersThatAreNotMergedSayWhy) {
     EXPECT_EQ(rows[5].at("reason"), "refused, as the result would not align with its parts");
     EXPECT_EQ(rows[6].at("reason"), "comes after a refused member");
     EXPECT_EQ(job::combinedMotifs(results(), lists).size(), 1U);
+}
+
+TEST_F(CombinedMotifsTest, ColumnsWithoutCountsAreZero) {
+    const double none = std::numeric_limits<double>::quiet_NaN();
+    Datasets = {testing::motifOfText(1, "AACCA"), testing::motifOfText(2, "AACCA", 2)};
+    sources = sourcesOfMotifs();
+    topGlobalMatchingResults = {{makeRecord({}, 0, Direction::forward, PrimaryFlag::yes, {1, 2}, {5, 5})}};
+    combinedMatrices step;
+    step.mergedFlag = "Y";
+    step.combinedMatrix = {{none, none, none, none}, {0.125, 0.875, 1e-7, 0}};
+    mergedMotifGlobalMatching = {{step}};
+    const std::vector<MergedList> lists = {{ListKind::topGlobal, topGlobalMatchingResults, mergedMotifGlobalMatching}};
+    const std::vector<DownloadedMotif> motifs = job::combinedMotifs(results(), lists);
+    ASSERT_EQ(motifs.size(), 1U);
+    EXPECT_EQ(motifs[0].columns,
+              (std::vector<NumberColumn>{{"0", "0", "0", "0"}, {"0.125", "0.875", "0.0000001", "0"}}));
 }
 
 }  // namespace

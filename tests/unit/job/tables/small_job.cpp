@@ -18,6 +18,11 @@ std::vector<job::JobMotif> listed(const std::vector<data>& motifs, const std::st
         added.motif.id = word + " " + number;
         added.motif.name = "second " + number;
         added.motif.line = 10;
+        for (const Column& column : motif.matrix) {
+            job::NumberColumn& numbers = added.motif.columns.emplace_back();
+            std::transform(column.begin(), column.end(), numbers.begin(),
+                           [](double value) { return std::to_string(value); });
+        }
         added.reportName = motif.motifName;
         added.file = "file";
         added.dataset = motif.datasetNum;
