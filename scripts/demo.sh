@@ -145,7 +145,7 @@ command=("$companion" run --force -o "$short" --top 3 --best 2 --cutoff 0.75 --m
 $text_only || command+=(--tree)
 rm -rf "$short"
 say "The same job in one command"
-printf '  %s' "${command[@]#"$project/"}"
+printf ' %s' "" "${command[@]#"$project/"}"
 printf '\n'
 "${command[@]}"
 say "The first matches in $short/matches.tsv (six of its columns)"

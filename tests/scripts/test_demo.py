@@ -68,6 +68,13 @@ class Demo(ScriptTest):
         self.assertNotIn("MISSING", done.stdout)
         self.assertIn("44 logos", done.stdout)
 
+    def test_the_same_job_in_one_command(self):
+        done = self.run_script("demo.sh", "--text")
+        shown = done.stdout[done.stdout.index("== The same job in one command"):]
+        self.assertIn(" run --force -o build/demo-short --top 3 --best 2 --cutoff 0.75 --merge ", shown)
+        self.assertRegex(shown, r"(?m)^  list +query_id +target_id +orientation +overlap +similarity$")
+        self.assertEqual(len([line for line in shown.splitlines() if line.startswith("  top_global ")]), 3)
+
     def test_text_only(self):
         done = self.run_script("demo.sh", "--text")
         self.assertEqual(done.returncode, 0, done.stderr)
@@ -89,7 +96,7 @@ class Demo(ScriptTest):
         write(self.path("project", "build", "release", "build.ninja"), "")
         done = self.run_script("demo.sh", "--text")
         self.assertNotIn("cmake --preset", done.stdout)
-        self.assertIn("cmake --build --preset program --target varnolix", done.stdout)
+        self.assertIn("cmake --build --preset program --target programs", done.stdout)
         self.assertIn("cmake --preset release", self.run_script("test.sh").stdout)
 
     def test_the_job_folder_is_made_afresh(self):

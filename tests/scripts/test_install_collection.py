@@ -163,7 +163,7 @@ class InstallCollection(ScriptTest):
 
     def test_bad_files_are_refused_and_the_old_collection_stays(self):
         bad = {
-            "neither Jaspar, TRANSFAC, MEME nor UniPROBE": "<!DOCTYPE html>\n<p>Not found</p>\n",
+            "a web page, not a file of motifs": "<!DOCTYPE html>\n<p>Not found</p>\n",
             "not a text file": ">M1 one\n1\n\0\n",
             "no motif in it": "MEME version 4\n",
             "3 rows of values, not four": ">M1 one\n1\n0\n0\n>M2 two\n1\n0\n0\n0\n",
@@ -180,7 +180,7 @@ class InstallCollection(ScriptTest):
             "2 rows, but w= 3": "MOTIF M1\nletter-probability matrix: alength= 4 w= 3\n1 0 0 0\n1 0 0 0\n",
             "no letter-probability matrix": "MEME version 4\nMOTIF M1\nMOTIF M2\n",
             "the alphabet is not ACGT": "MEME version 4\nALPHABET= ACDEFGHIKLMNPQRSTVWY\n",
-            "a position line needs four values": "AC  M1\nP0 A C G T\n01 1 0 0\n//\n",
+            "a position needs four values, not 3": "AC  M1\nP0 A C G T\n01 1 0 0\n//\n",
             "no position lines": "AC  M1\nP0 A C G T\n//\n",
             "an entry without AC, ID, NA and DE": "P0 A C G T\n01 1 0 0 0\n//\n",
         }

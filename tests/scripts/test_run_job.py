@@ -13,7 +13,7 @@ import time
 import unittest
 from unittest import mock
 
-from script_project import LIMIT, PROGRAM, ROOT, ScriptTest, read, write
+from script_project import COMPANION, LIMIT, PROGRAM, ROOT, ScriptTest, read, write
 from terminal import END_OF_INPUT, INTERRUPT, Terminal
 
 sys.path.insert(0, os.path.join(ROOT, "scripts"))
@@ -238,6 +238,7 @@ class ShownFirst(JobTest):
         self.assertIn("1 motif of 9 will be read", shown)
         self.assertIn("a name with a blank cannot be typed", shown)
         advice = re.search(r"(?m)^ +(\S*varnolix-job convert .*)$", shown)[1]
+        os.symlink(COMPANION, self.path("project", "build", "release", "varnolix-job"))
         done = subprocess.run(["/bin/sh", "-c", advice], capture_output=True, text=True, timeout=LIMIT, check=False)
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertRegex(self.shown(), r"(?m)^  it's a_mended.txt  9 motifs$")
