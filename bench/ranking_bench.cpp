@@ -31,7 +31,7 @@ std::uint32_t partnerOf(const dataCombinedScore& record) {
 std::vector<Records> recordsOfSomeMotifs() {
     const std::vector<data> motifs = bench::motifsOfCounts(bench::countMatrices(motifCount));
     // Only some motifs are listed, so keeping pairs for later motifs would not pay.
-    PairRecords pairs = scannedPairs(motifs, motifs, allPlaces(motifs.size()), cutoff, 1);
+    PairRecords pairs = scannedPairs(motifs, motifs, allPlaces(motifs.size()), {overlap, maxScore, cutoff}, 1);
     pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
     const RecordSource source = inputRecords(pairs);
     RecordScratch scratch;

@@ -68,7 +68,7 @@ void reportWriting(benchmark::State& state) {
     const bench::ScratchFolder folder;
     Datasets = bench::motifsOfCounts(bench::countMatrices(static_cast<std::size_t>(state.range(0))));
     motifNameLength = static_cast<int>(Datasets.back().motifName.size());
-    PairRecords pairs = scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), cutoff, 0);
+    PairRecords pairs = scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), {overlap, maxScore, cutoff}, 0);
     pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
     const RecordLists lists =
         rankInput(inputRecords(pairs), Datasets, {mostMatches, false, false, false}).local.bestMatches;

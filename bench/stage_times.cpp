@@ -66,7 +66,7 @@ Spent timed(std::string_view name, const std::function<void()>& stage) {
 
 /// Scores all pairs but keeps nothing. Returns the number of alignments that a run would keep.
 std::size_t bareKernel() {
-    const PairScan scan(Datasets, Datasets, simCutoff);
+    const PairScan scan(Datasets, Datasets, {overlap, maxScore, simCutoff});
     std::size_t kept = 0;
 #pragma omp parallel reduction(+ : kept)
     {
@@ -127,8 +127,9 @@ int main() {
     DatasetsCombinedScoreLists = {};
     kernel += timed("bare kernel", [&] { kept = bareKernel(); });
     kernel = {kernel.seconds / 2, kernel.processorSeconds / 2};
-    const Spent keepingKernel = timed(
-        "kernel, alignments kept", [] { scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), simCutoff, 0); });
+    const Spent keepingKernel = timed("kernel, alignments kept", [] {
+        scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), {overlap, maxScore, simCutoff}, 0);
+    });
     printRatio("scan and ranking / bare kernel", scanAndRanking, kernel);
     printRatio("scan and ranking / kernel, alignments kept", scanAndRanking, keepingKernel);
     std::cerr << "motifs\t" << Datasets.size() << '\n'

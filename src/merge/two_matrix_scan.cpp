@@ -5,6 +5,7 @@
 #include "input/getRevCompMotif.h"
 #include "rank/comparison.h"
 #include "run/system/run_limits.h"
+#include "scan/kernel/pair_kernel.h"
 #include "scan/plain_score.h"
 #include "scan/region_rule.h"
 
@@ -18,7 +19,8 @@ std::vector<dataCombinedScore> scanTwoMatrices(const Matrix& matrix1, const Matr
     const Matrix reversed2 = getRevCompMotif(matrix2);
     std::vector<ScoredShift> shifts;
     KernelScratch scratch;
-    if (!scoreShifts(matrix1, reversed1, matrix2, reversed2, limits.cutoffTable, shifts, scratch)) {
+    if (!limits.suitKernel() ||
+        !scoreShifts(matrix1, reversed1, matrix2, reversed2, limits.cutoffTable, shifts, scratch)) {
         appendPlainShifts({matrix1, reversed1}, {matrix2, reversed2}, OuterMotif::left, 0, limits.leastOverlap,
                           limits.perfectCell, limits.cutoff, walkOf(direction), shifts);
     }

@@ -3,20 +3,9 @@
 #include <vector>
 
 #include "run/shared_records.h"
-#include "scan/kernel/pair_kernel.h"
+#include "scan/alignment_limits.h"
 
 namespace varnolix {
-
-/// Which alignments of two matrices count.
-struct AlignmentLimits {
-    AlignmentLimits(int columns, double bestCell, double leastScore)
-        : leastOverlap(columns), perfectCell(bestCell), cutoff(leastScore), cutoffTable(leastScore) {}
-
-    int leastOverlap;         ///< columns that have to face each other
-    double perfectCell;       ///< score of perfect agreement of one cell
-    double cutoff;            ///< lowest score that is kept
-    CutoffTable cutoffTable;  ///< the same cutoff, prepared for the kernel
-};
 
 /// The records of one direction of two matrices: first those in which the first matrix slides ("Y"), then those in
 /// which the second one does, each in order of ascending offsets. They are then sorted by `comparison`, stably; no

@@ -27,9 +27,9 @@ std::vector<data> sample(std::span<const data> motifs) {
 }
 
 /// All alignments of the pair: what the plain form would score is not worth scoring for an estimate.
-double mostAlignments(const data& left, const data& right) {
+double mostAlignments(const data& left, const data& right, int leastOverlap) {
     const PairLengths lengths{static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
-    return std::max(0, mostShift(lengths, overlap) - leastShift(lengths, overlap) + 1);
+    return std::max(0, mostShift(lengths, leastOverlap) - leastShift(lengths, leastOverlap) + 1);
 }
 
 double shareOfMemory(double share) {
@@ -38,12 +38,12 @@ double shareOfMemory(double share) {
 
 }  // namespace
 
-double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff) {
+double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList,
+                           const AlignmentLimits& limits) {
     const std::vector<data> someLefts = sample(lefts);
     const std::vector<data> someRights = sample(rights);
     const KernelMotifs kernelLefts(someLefts);
     const KernelMotifs kernelRights(someRights);
-    const CutoffTable cutoffTable(cutoff);
     std::vector<ScoredShift> kept;
     KernelScratch scratch;
     double alignments = 0;
@@ -52,11 +52,11 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
         // Within one list a motif is not compared with itself, nor a pair twice.
         for (std::size_t right = isOneList ? left + 1 : 0; right < someRights.size(); ++right) {
             ++sampledPairs;
-            if (kernelLefts.isExact(left) && kernelRights.isExact(right)) {
-                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, cutoffTable, OuterMotif::left, kept,
-                            scratch);
+            if (limits.suitKernel() && kernelLefts.isExact(left) && kernelRights.isExact(right)) {
+                scoreShifts(kernelLefts, left, kernelRights, right, right + 1, limits.cutoffTable, OuterMotif::left,
+                            kept, scratch);
             } else {
-                alignments += mostAlignments(someLefts[left], someRights[right]);
+                alignments += mostAlignments(someLefts[left], someRights[right], limits.leastOverlap);
             }
         }
     }
@@ -101,14 +101,15 @@ void requireRoom(double bytes) {
 }
 
 void planInputScan() {
-    heldMotifs = motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, simCutoff),
-                                shareOfMemory(alignmentShare));
+    heldMotifs =
+        motifsPerBlock(Datasets.size(), estimatedAlignments(Datasets, Datasets, true, {overlap, maxScore, simCutoff}),
+                       shareOfMemory(alignmentShare));
 }
 
 void planCollectionScan() {
-    heldMotifs =
-        motifsPerBlockAgainst(Datasets.size(), estimatedAlignments(Datasets, DatabaseDatasets, false, simCutoff),
-                              shareOfMemory(alignmentShare));
+    heldMotifs = motifsPerBlockAgainst(
+        Datasets.size(), estimatedAlignments(Datasets, DatabaseDatasets, false, {overlap, maxScore, simCutoff}),
+        shareOfMemory(alignmentShare));
 }
 
 }  // namespace varnolix

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "run/shared_records.h"
+#include "scan/alignment_limits.h"
 
 // How many motifs a scan takes at a time, so that their alignments fit the memory, and what surely does not fit. This
 // is the only place where the size of a block is decided.
@@ -13,7 +14,8 @@ namespace varnolix {
 /// Estimate of the alignments of all pairs of two lists of motifs that reach the cutoff, from the pairs of some motifs
 /// spread over both lists.
 /// @param isOneList whether lefts and rights are one list, whose pairs count once
-double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList, double cutoff);
+double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList,
+                           const AlignmentLimits& limits);
 
 /// The share of the memory that scored alignments may take.
 inline constexpr double alignmentShare = 1.0 / 16;

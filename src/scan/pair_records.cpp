@@ -38,9 +38,9 @@ std::vector<std::size_t> placesOfGroups(const RecordLists& groups) {
 }
 
 PairRecords scannedPairs(std::span<const data> lefts, std::span<const data> rights, std::vector<std::size_t> chosen,
-                         double cutoff, std::size_t blockSize) {
+                         const AlignmentLimits& limits, std::size_t blockSize) {
     PairRecords records;
-    records.scan = std::make_shared<const PairScan>(lefts, rights, cutoff);
+    records.scan = std::make_shared<const PairScan>(lefts, rights, limits);
     records.chosen = std::move(chosen);
     records.blockSize = std::max<std::size_t>(1, blockSize == 0 ? lefts.size() : blockSize);
     scanRows(records, 0);

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "run/shared_records.h"
+#include "scan/alignment_limits.h"
 
 // What the scans leave behind for the ranking: the scored alignments of a block of motifs. The scan stages are thin
 // calls of these functions. Tested by forwardScan_test.cpp and pair_records_test.cpp.
@@ -20,7 +21,7 @@ std::vector<std::size_t> placesOfGroups(const RecordLists& groups);
 /// @param chosen places of the left motifs to compare, ascending
 /// @param blockSize left motifs whose alignments are held at a time; 0 for all of them
 PairRecords scannedPairs(std::span<const data> lefts, std::span<const data> rights, std::vector<std::size_t> chosen,
-                         double cutoff, std::size_t blockSize);
+                         const AlignmentLimits& limits, std::size_t blockSize);
 
 /// Scores the pairs of the block that begins with this left motif, unless it is the one that is held.
 void holdBlock(PairRecords& records, std::size_t first);

@@ -12,11 +12,6 @@ Strands strandsOf(const data& motif) {
     return {motif.matrix, motif.revCompMatrix};
 }
 
-/// Shorter motifs take part in nothing.
-bool isLongEnough(const data& motif) {
-    return motif.matrix.size() >= static_cast<std::size_t>(overlap);
-}
-
 /// The part of a row whose partners lie in first .. last - 1.
 std::span<const ScoredShift> partnersWithin(std::span<const ScoredShift> row, std::size_t first, std::size_t last) {
     const auto isBefore = [](const ScoredShift& kept, std::size_t partner) { return kept.partner < partner; };
@@ -34,33 +29,34 @@ std::vector<ListedMotif> listMotifs(std::span<const data> motifs) {
     return listed;
 }
 
-PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff)
-    : lefts_(lefts),
+PairScan::PairScan(std::span<const data> lefts, std::span<const data> rights, const AlignmentLimits& limits)
+    : limits_(limits),
+      lefts_(lefts),
       rights_(rights),
       isOneList_(lefts.data() == rights.data() && lefts.size() == rights.size()),
       kernelRights_(rights),
-      otherLefts_(isOneList_ ? std::span<const data>() : lefts),
-      cutoffTable_(cutoff),
-      cutoff_(cutoff) {
+      otherLefts_(isOneList_ ? std::span<const data>() : lefts) {
     for (std::size_t right = 0; right < rights.size(); ++right) {
         if (!isLongEnough(rights[right])) continue;
         longRights_.push_back(static_cast<std::uint32_t>(right));
-        if (!kernelRights_.isExact(right)) plainRights_.push_back(static_cast<std::uint32_t>(right));
+        if (!kernelTakes(kernelRights_, right)) plainRights_.push_back(static_cast<std::uint32_t>(right));
     }
 }
 
 void PairScan::scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
                             std::vector<ScoredShift>& kept, KernelScratch& scratch) const {
     if (!isLongEnough(lefts_[left])) return;
-    const std::vector<std::uint32_t>& unscored = kernelLefts().isExact(left) ? plainRights_ : longRights_;
+    const bool isKernelLeft = kernelTakes(kernelLefts(), left);
+    const std::vector<std::uint32_t>& unscored = isKernelLeft ? plainRights_ : longRights_;
     const auto scoreExact = [&](std::size_t from, std::size_t to) {
-        scoreShifts(kernelLefts(), left, kernelRights_, from, to, cutoffTable_, outer, kept, scratch);
+        if (!isKernelLeft) return;
+        scoreShifts(kernelLefts(), left, kernelRights_, from, to, limits_.cutoffTable, outer, kept, scratch);
     };
     for (auto right = std::lower_bound(unscored.begin(), unscored.end(), first);
          right != unscored.end() && *right < last; ++right) {
         scoreExact(first, *right);
-        appendPlainShifts(strandsOf(lefts_[left]), strandsOf(rights_[*right]), outer, *right, overlap, maxScore,
-                          cutoff_, bothWalks, kept);
+        appendPlainShifts(strandsOf(lefts_[left]), strandsOf(rights_[*right]), outer, *right, limits_.leastOverlap,
+                          limits_.perfectCell, limits_.cutoff, bothWalks, kept);
         first = std::size_t{*right} + 1;
     }
     scoreExact(first, last);

@@ -7,6 +7,7 @@
 
 #include "run/scored_shift.h"
 #include "run/shared_records.h"
+#include "scan/alignment_limits.h"
 #include "scan/kernel/pair_kernel.h"
 #include "scan/region_rule.h"
 
@@ -21,7 +22,7 @@ using ShiftRows = std::vector<std::vector<ScoredShift>>;
 /// Two lists of motifs laid out for scoring. The lists must outlive it.
 class PairScan {
   public:
-    PairScan(std::span<const data> lefts, std::span<const data> rights, double cutoff);
+    PairScan(std::span<const data> lefts, std::span<const data> rights, const AlignmentLimits& limits);
 
     /// Appends the kept alignments of the left motif with the right ones first .. last - 1, by partner and shift.
     void scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
@@ -33,7 +34,16 @@ class PairScan {
 
   private:
     const KernelMotifs& kernelLefts() const { return isOneList_ ? kernelRights_ : otherLefts_; }
+    /// Whether the kernel scores the motif's pairs with others of which this is true.
+    bool kernelTakes(const KernelMotifs& motifs, std::size_t place) const {
+        return limits_.suitKernel() && motifs.isExact(place);
+    }
+    /// Shorter motifs have no alignments.
+    bool isLongEnough(const data& motif) const {
+        return motif.matrix.size() >= static_cast<std::size_t>(limits_.leastOverlap);
+    }
 
+    AlignmentLimits limits_;
     std::span<const data> lefts_;
     std::span<const data> rights_;
     bool isOneList_;
@@ -42,8 +52,6 @@ class PairScan {
     // Places of the right motifs that are long enough for an alignment, and of those that the kernel does not take.
     std::vector<std::uint32_t> longRights_;
     std::vector<std::uint32_t> plainRights_;
-    CutoffTable cutoffTable_;
-    double cutoff_;
 };
 
 /// The kept alignments of the left motifs first .. last - 1; row k belongs to motif first + k. Within one list a motif

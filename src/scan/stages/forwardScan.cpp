@@ -6,7 +6,8 @@
 namespace varnolix {
 
 void forwardScan() {
-    DatasetsCombinedScoreLists = scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), simCutoff, heldMotifs);
+    DatasetsCombinedScoreLists =
+        scannedPairs(Datasets, Datasets, allPlaces(Datasets.size()), {overlap, maxScore, simCutoff}, heldMotifs);
     DatasetsCombinedScoreLists.isForwardScanned = true;
 }
 

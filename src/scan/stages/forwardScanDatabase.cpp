@@ -6,8 +6,8 @@
 namespace varnolix {
 
 void forwardScanDatabase() {
-    DatasetsCombinedScoreDatabaseLists =
-        scannedPairs(Datasets, DatabaseDatasets, allPlaces(Datasets.size()), simCutoff, heldMotifs);
+    DatasetsCombinedScoreDatabaseLists = scannedPairs(Datasets, DatabaseDatasets, allPlaces(Datasets.size()),
+                                                      {overlap, maxScore, simCutoff}, heldMotifs);
     DatasetsCombinedScoreDatabaseLists.isForwardScanned = true;
 }
 

@@ -7,7 +7,8 @@ namespace varnolix {
 
 void forwardScanDatabaseGlobal() {
     DatasetsCombinedScoreDatabaseGlobalLists =
-        scannedPairs(Datasets, DatabaseDatasets, placesOfGroups(topGlobalMatchingResults), simCutoff, heldMotifs);
+        scannedPairs(Datasets, DatabaseDatasets, placesOfGroups(topGlobalMatchingResults),
+                     {overlap, maxScore, simCutoff}, heldMotifs);
     DatasetsCombinedScoreDatabaseGlobalLists.isForwardScanned = true;
 }
 

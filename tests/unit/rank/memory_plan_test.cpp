@@ -17,23 +17,25 @@ class MemoryPlanTest : public testing::RunTest {
 
 TEST_F(MemoryPlanTest, PairsOfOneListCountOnce) {
     // Two motifs of five columns keep all 5 + 5 - 7 alignments; ten motifs make half of 10 x 10 pairs, nearly.
-    EXPECT_DOUBLE_EQ(estimatedAlignments(equalMotifs(10, "AAAAA"), equalMotifs(10, "AAAAA"), true, 0.9), 50 * 3);
+    EXPECT_DOUBLE_EQ(estimatedAlignments(equalMotifs(10, "AAAAA"), equalMotifs(10, "AAAAA"), true, {4, 1.0, 0.9}),
+                     50 * 3);
 }
 
 TEST_F(MemoryPlanTest, PairsOfTwoListsCountAll) {
-    EXPECT_DOUBLE_EQ(estimatedAlignments(equalMotifs(10, "AAAAA"), equalMotifs(200, "AAAAA"), false, 0.9), 2000 * 3);
+    EXPECT_DOUBLE_EQ(estimatedAlignments(equalMotifs(10, "AAAAA"), equalMotifs(200, "AAAAA"), false, {4, 1.0, 0.9}),
+                     2000 * 3);
 }
 
 TEST_F(MemoryPlanTest, NothingKeptTakesNothing) {
-    EXPECT_EQ(estimatedAlignments(equalMotifs(3, "AAAAA"), equalMotifs(3, "CCCCC"), false, 0.9), 0);
-    EXPECT_EQ(estimatedAlignments({}, {}, true, 0.5), 0);
-    EXPECT_EQ(estimatedAlignments(equalMotifs(1, "AAAAA"), equalMotifs(1, "AAAAA"), true, 0.5), 0);
+    EXPECT_EQ(estimatedAlignments(equalMotifs(3, "AAAAA"), equalMotifs(3, "CCCCC"), false, {4, 1.0, 0.9}), 0);
+    EXPECT_EQ(estimatedAlignments({}, {}, true, {4, 1.0, 0.5}), 0);
+    EXPECT_EQ(estimatedAlignments(equalMotifs(1, "AAAAA"), equalMotifs(1, "AAAAA"), true, {4, 1.0, 0.5}), 0);
 }
 
 TEST_F(MemoryPlanTest, MotifsOfThePlainFormCountAllTheirAlignments) {
     const std::vector<data> motifs{testing::motifOfText(1, testing::times(300, 'A')),
                                    testing::motifOfText(2, testing::times(300, 'C'))};
-    EXPECT_DOUBLE_EQ(estimatedAlignments(motifs, motifs, true, 0.9), 2 * 593);
+    EXPECT_DOUBLE_EQ(estimatedAlignments(motifs, motifs, true, {4, 1.0, 0.9}), 2 * 593);
 }
 
 TEST_F(MemoryPlanTest, AlignmentsThatFitMakeOneBlock) {

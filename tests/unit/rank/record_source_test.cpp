@@ -29,7 +29,7 @@ RecordLists recordsOf(const RecordSource& source, std::size_t motifs) {
 
 /// The scanned and scored records of the motifs among themselves.
 PairRecords inputPairs(std::span<const data> motifs, double cutoff, std::size_t blockSize) {
-    PairRecords records = scannedPairs(motifs, motifs, allPlaces(motifs.size()), cutoff, blockSize);
+    PairRecords records = scannedPairs(motifs, motifs, allPlaces(motifs.size()), {4, 1.0, cutoff}, blockSize);
     records.isForwardScanned = records.isBackwardScanned = records.isScored = true;
     return records;
 }
@@ -158,7 +158,7 @@ TEST_F(RecordSourceTest, RecordsAgainstACollectionAreThoseOfTheWalk) {
     testing::RandomMotifs random(8);
     const std::vector<data> motifs = random.motifs(12, 1);
     const std::vector<data> references = random.motifs(15, 1);
-    PairRecords pairs = scannedPairs(motifs, references, allPlaces(motifs.size()), 0.7, 5);
+    PairRecords pairs = scannedPairs(motifs, references, allPlaces(motifs.size()), {4, 1.0, 0.7}, 5);
     pairs.isForwardScanned = pairs.isBackwardScanned = pairs.isScored = true;
     const RecordLists records = recordsOf(collectionRecords(pairs), motifs.size());
     for (std::size_t motif = 0; motif < motifs.size(); ++motif) {

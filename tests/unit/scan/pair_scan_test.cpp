@@ -2,6 +2,7 @@
 
 #include <omp.h>
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <limits>
@@ -10,6 +11,7 @@
 #include "plain/listed_records.h"
 #include "plain/plain_records.h"
 #include "scan/pair_records.h"
+#include "scan/region_rule.h"
 #include "scan/stages.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
@@ -112,7 +114,7 @@ TEST_F(PairScanTest, ScansAgainstChosenMotifsOnly) {
     const std::vector<data> lefts = random.motifs(6, 1);
     const std::vector<data> rights = random.motifs(9, 1);
     const std::vector<std::size_t> chosen = {1, 4};
-    PairRecords records = scannedPairs(lefts, rights, chosen, 0.6, 4);
+    PairRecords records = scannedPairs(lefts, rights, chosen, {4, 1.0, 0.6}, 4);
     records.isForwardScanned = true;
     records.isBackwardScanned = true;
     const RecordLists lists = testing::allRecords(collectionRecords(records), lefts.size());
@@ -140,7 +142,7 @@ std::vector<std::tuple<std::uint32_t, int, double, Orientation, Walks>> told(std
 
 TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
     const std::vector<data> motifs = RandomMotifs(12).motifs(40, 1);
-    const PairScan scan(motifs, motifs, 0.6);
+    const PairScan scan(motifs, motifs, {4, 1.0, 0.6});
     // A block that is not the whole list, in runs that do not divide it.
     constexpr std::size_t first = 5;
     constexpr std::size_t last = 36;
@@ -164,12 +166,55 @@ TEST_F(PairScanTest, EarlierAlignmentsAreThoseScoredFromTheLaterMotif) {
     EXPECT_GT(gathered, 100U);
 }
 
+/// Partner, shift and score of all kept alignments of these motifs with each other. The plain form keeps an alignment
+/// once for each scan, which counts as one here.
+std::vector<std::tuple<std::uint32_t, int, double>> alignmentsOf(const std::vector<data>& motifs,
+                                                                 const AlignmentLimits& limits) {
+    const PairRecords records = scannedPairs(motifs, motifs, allPlaces(motifs.size()), limits, 0);
+    std::vector<std::tuple<std::uint32_t, int, double>> alignments;
+    for (const std::vector<ScoredShift>& row : records.rows) {
+        for (const ScoredShift& kept : row) alignments.emplace_back(kept.partner, kept.shift, kept.score);
+    }
+    alignments.erase(std::unique(alignments.begin(), alignments.end()), alignments.end());
+    return alignments;
+}
+
+TEST_F(PairScanTest, LargerLeastOverlapLeavesTheLongerAlignments) {
+    const std::vector<data> motifs = RandomMotifs(4).motifs(20, 1);
+    const PairRecords records = scannedPairs(motifs, motifs, allPlaces(motifs.size()), {4, 1.0, 0.6}, 0);
+    std::vector<std::tuple<std::uint32_t, int, double>> expected;
+    std::size_t left = 0;
+    for (const std::vector<ScoredShift>& row : records.rows) {
+        const int length = static_cast<int>(motifs[left++].matrix.size());
+        for (const ScoredShift& kept : row) {
+            const PairLengths lengths{length, static_cast<int>(motifs[kept.partner].matrix.size())};
+            if (overlapAt(lengths, kept.shift) >= 7) expected.emplace_back(kept.partner, kept.shift, kept.score);
+        }
+    }
+    EXPECT_FALSE(expected.empty());
+    EXPECT_EQ(alignmentsOf(motifs, {7, 1.0, 0.6}), expected);
+}
+
+TEST_F(PairScanTest, SmallerLeastOverlapTakesShorterMotifs) {
+    const std::vector<data> motifs = {testing::motifOfText(1, "ACC"), testing::motifOfText(2, "GACCG")};
+    EXPECT_TRUE(alignmentsOf(motifs, {4, 1.0, 0.99}).empty());
+    const std::vector<std::tuple<std::uint32_t, int, double>> expected = {{1, 1, 1.0}};
+    EXPECT_EQ(alignmentsOf(motifs, {3, 1.0, 0.99}), expected);
+}
+
+TEST_F(PairScanTest, PerfectCellIsAddedToTheScore) {
+    const std::vector<data> motifs = {testing::motifOfText(1, "AAAA"), testing::motifOfText(2, "AACA")};
+    // Three columns agree, and one differs in two of its four cells.
+    const std::vector<std::tuple<std::uint32_t, int, double>> expected = {{1, 0, 2.0 - 2.0 / 16}};
+    EXPECT_EQ(alignmentsOf(motifs, {4, 2.0, 1.5}), expected);
+}
+
 TEST_F(PairScanTest, NoMotifsGiveNothing) {
     EXPECT_TRUE(scan({}, 0.5).empty());
     const std::vector<data> one = {testing::motifOfText(1, "ACGTACGT")};
     const std::vector<data> other = one;
-    EXPECT_TRUE(scannedPairs(one, other, {}, 0.5, 0).rows[0].empty());
-    EXPECT_TRUE(scannedPairs({}, other, {}, 0.5, 0).rows.empty());
+    EXPECT_TRUE(scannedPairs(one, other, {}, {4, 1.0, 0.5}, 0).rows[0].empty());
+    EXPECT_TRUE(scannedPairs({}, other, {}, {4, 1.0, 0.5}, 0).rows.empty());
 }
 
 }  // namespace
