@@ -42,8 +42,10 @@ RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMot
     return bestMatches;
 }
 
-void writeCollectionSections(const RecordSource& source, ListKind list, std::initializer_list<ReportPass> passes) {
-    const RecordLists bestMatches = matchesInCollection(source, Datasets.size(), DatabaseDatasets, numBestMatches);
+void writeCollectionSections(const RecordSource& source, ListKind list, const std::vector<data>& inputMotifs,
+                             const std::vector<data>& references, int mostMatches,
+                             std::initializer_list<ReportPass> passes) {
+    const RecordLists bestMatches = matchesInCollection(source, inputMotifs.size(), references, mostMatches);
     const ReportWalk walk{
         .list = list,
         .sectionTitle = " Best Matches in Database for Each Motif (Highest to Lowest) ",
@@ -54,6 +56,7 @@ void writeCollectionSections(const RecordSource& source, ListKind list, std::ini
         .briefMotifStars = 72,
         .reverseTitle = "Reserve complement motif",
         .mode = eachMotifMode,
+        .inputMotifs = inputMotifs,
         .bestMatches = bestMatches,
         .motifs = motifsWithMatches(bestMatches),
         .isSingleFileNote = false,

@@ -19,6 +19,8 @@ RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMot
                                 const std::vector<data>& references, int mostMatches);
 
 /// Selects the best matches and writes the sections of those reports that the output format asks for.
-void writeCollectionSections(const RecordSource& source, ListKind list, std::initializer_list<ReportPass> passes);
+void writeCollectionSections(const RecordSource& source, ListKind list, const std::vector<data>& inputMotifs,
+                             const std::vector<data>& references, int mostMatches,
+                             std::initializer_list<ReportPass> passes);
 
 }  // namespace varnolix

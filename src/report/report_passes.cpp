@@ -84,7 +84,7 @@ void writePass(const ReportWalk& walk, const ReportPass& pass) {
     appendToReport(pass.report, sectionHeading(walk, pass.form) + (walk.isSingleFileNote ? noteLine(pass.form) : ""));
     if (walk.isSingleFileNote) return;
     for (const int id : walk.motifs) {
-        const data& motif = motifOf(Datasets, id);
+        const data& motif = motifOf(walk.inputMotifs, id);
         // Unlike the matrices of its matches, the motif's own matrices do not change the notation of the stream.
         appendToReport(pass.report, (isPage ? pageMotifBlock(motif) : textMotifBlock(motif, walk, pass.form)) +
                                         motifHeading(walk, pass.form, id));

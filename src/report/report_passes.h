@@ -23,9 +23,10 @@ struct ReportWalk {
     std::size_t briefMotifStars;  ///< the same for the report without matrices
     const char* reverseTitle;     ///< above the second matrix of a motif
     int mode;                     ///< passed to the list writers, see result_text.h
-    const RecordLists& bestMatches;
-    std::vector<int> motifs;  ///< ids, in the order of the walk
-    bool isSingleFileNote;    ///< there is only one motif file: print a note instead of motifs
+    const std::vector<data>& inputMotifs;
+    const RecordLists& bestMatches;  ///< of all input motifs
+    std::vector<int> motifs;         ///< ids of those to print, in the order of the walk
+    bool isSingleFileNote;           ///< there is only one motif file: print a note instead of motifs
 };
 
 enum class PassForm { text, brief, page };

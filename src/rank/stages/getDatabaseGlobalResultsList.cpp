@@ -7,6 +7,7 @@ namespace varnolix {
 
 void getDatabaseGlobalResultsList() {
     writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseGlobalLists), ListKind::collectionGlobal,
+                            Datasets, DatabaseDatasets, numBestMatches,
                             {{reports::databaseGlobal, PassForm::text, WriteDatabaseTopResultsGlobalList},
                              {reports::databaseGlobalPage, PassForm::page, WriteDatabaseTopResultsGlobalListHTML}});
 }

@@ -7,7 +7,8 @@ namespace varnolix {
 
 void getDatabaseResultsList() {
     if (outputFileType != "All") return;
-    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseLists), ListKind::collection,
+    writeCollectionSections(collectionRecords(DatasetsCombinedScoreDatabaseLists), ListKind::collection, Datasets,
+                            DatabaseDatasets, numBestMatches,
                             {{reports::database, PassForm::text, WriteDatabaseTopResultsList},
                              {reports::databaseBrief, PassForm::brief, WriteDatabaseTopResultsListWithoutMotif},
                              {reports::databasePage, PassForm::page, WriteDatabaseTopResultsListHTML}});

@@ -32,8 +32,8 @@ class ReportPassesTest : public testing::FolderTest {
     }
 
     ReportWalk walk(std::vector<int> motifs, bool isNote = false) const {
-        return {ListKind::eachMotif, " Section ", 3, 4, " Matches of ", 5, 2, "Reverse complement motif", 3, lists,
-                std::move(motifs),   isNote};
+        return {ListKind::eachMotif,        " Section ", 3,        4,     " Matches of ",    5,     2,
+                "Reverse complement motif", 3,           Datasets, lists, std::move(motifs), isNote};
     }
 
     RecordLists lists;
