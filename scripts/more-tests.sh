@@ -8,8 +8,9 @@
 #   fuzz targets, and random jobs
 # - checks: check.sh finds nothing
 #
-# Installs what is missing (setup.sh). Says of each job whether it passed and how long it took. All that a job prints
-# is in build/more-tests/JOB.log; if it fails, the end of that is shown. Exit status 0 when all jobs pass.
+# Installs what is missing (setup.sh). Says of each job whether it passed and how long it took, and at the end how many
+# jobs passed and failed. All that a job prints is in build/more-tests/JOB.log; if it fails, the end of that is shown.
+# Exit status 0 when all jobs pass.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -61,4 +62,5 @@ for job in "${jobs[@]}"; do
     fi
     say "$job: $verdict after $((SECONDS - start)) s"
 done
+echo "$((${#jobs[@]} - ${#failed[@]})) passed, ${#failed[@]} failed"
 (( ${#failed[@]} == 0 )) || fail "failed: ${failed[*]}"

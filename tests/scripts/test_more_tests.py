@@ -43,6 +43,7 @@ class MoreTests(ScriptTest):
             self.assertIn(f"--preset {preset}", line)
         for job in ("clang", "asan", "checks"):
             self.assertRegex(done.stdout, f"(?m)^== {job}: passed after [0-9]+ s$")
+        self.assertTrue(done.stdout.endswith("\n3 passed, 0 failed\n"))
 
     def test_a_named_job_runs_alone(self):
         done, lines = self.run_jobs("checks")
@@ -55,6 +56,7 @@ class MoreTests(ScriptTest):
         self.assertRegex(done.stdout, r"(?m)^ctest --preset clang")     # the end of its log
         self.assertRegex(done.stdout, "(?m)^== clang: FAILED after")
         self.assertRegex(done.stdout, "(?m)^== checks: passed after")
+        self.assertTrue(done.stdout.endswith("\n2 passed, 1 failed\n"))
 
     def test_no_test_runs_where_the_build_fails(self):
         self.stand_in(os.path.join(self.bin, "cmake"), failing="--build --preset asan")
