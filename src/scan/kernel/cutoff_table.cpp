@@ -4,8 +4,8 @@
 
 #include "scan/kernel/exact_sums.h"
 
-// The mean of a sum grows with the sum, so the cutoff becomes a least sum for each length, and only the alignments that
-// are kept are divided. See pair_kernel.cpp for the bound of the byte filter.
+// The mean grows with the sum, so for each length the cutoff can be turned into a least sum. Only the sums of kept
+// alignments then have to be divided. The bound of the byte filter is derived in pair_kernel.cpp.
 
 namespace varnolix {
 
@@ -33,7 +33,7 @@ CutoffTable::CutoffTable(double cutoff) {
         }
         leastSums_[length] = low;
         const double cells = cellsPerColumn * columns;
-        // One more than the bound, for the rounding of the bound itself.
+        // One more than the bound, as the bound itself is rounded.
         const double distance = levelsPerOne * (cells - static_cast<double>(low) * unit) + cells + 1.0;
         greatestDistances_[length] = low > most ? -1 : static_cast<std::int32_t>(std::min(distance, 65535.0));
     }

@@ -8,7 +8,7 @@
 
 namespace varnolix {
 
-/// What an alignment of each length must reach to be kept, worked out once per run.
+/// What alignments of each length must reach to be kept. Computed once before a scan.
 class CutoffTable {
   public:
     explicit CutoffTable(double cutoff);

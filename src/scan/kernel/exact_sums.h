@@ -5,11 +5,11 @@
 
 #include "scan/kernel/kernel_motifs.h"
 
-// Sums of cells as 64-bit integers, in units of 2^-53, and their means. For x, y in [0, 1] a cell
-// c = RN(1 - RN|x - y|) is a multiple of 2^-53: with d = RN|x - y|, if d <= 1/2 then c lies in [1/2, 1], where doubles
-// are that far apart; otherwise d is itself a multiple of 2^-53 and 1 - d is exact. At most 4 * 255 cells of at most
-// 2^53 units stay below 2^63. So 64-bit integers hold their sum in any order of addition, and so does an extended
-// accumulator: both are the same number.
+// Sums of cells as 64-bit integers, in units of 2^-53, and their means. For x, y in [0, 1] a cell c = RN(1 - RN|x - y|)
+// is a multiple of 2^-53: with d = RN|x - y|, if d <= 1/2 then c lies in [1/2, 1], where doubles are that far apart;
+// otherwise d is itself a multiple of 2^-53 and 1 - d is exact. At most 4 * 255 cells of at most 2^53 units stay below
+// 2^63. So 64-bit integers hold their sum exactly, in any order of addition. So does an accumulator of extended
+// precision, and both are the same number.
 
 namespace varnolix::kernel {
 
@@ -20,7 +20,7 @@ inline constexpr double unit = 0x1p-53;
 /// Extended precision must hold sums of 63 bits, as the 64-bit integers do.
 inline constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
 
-/// In units, like the sum: the scale by a power of two commutes with rounding.
+/// In the units of the sum: scaling by a power of two commutes with rounding.
 inline double meanInUnits(std::int64_t sum, int columns) {
     return static_cast<double>(static_cast<long double>(sum) / static_cast<long double>(cellsPerColumn * columns));
 }
@@ -36,7 +36,7 @@ inline bool isBetter(std::int64_t sum, std::int64_t best, int columns) {
     return lead > hidden || (lead > 0 && meanInUnits(sum, columns) > meanInUnits(best, columns));
 }
 
-// The longest motif's sum, and what it is divided by.
+// The largest possible sum fits the type.
 static_assert(std::uint64_t{cellsPerColumn * mostKernelColumns} << 53U <=
               static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()));
 

@@ -1,4 +1,4 @@
-// The steps for processors with AVX2. They are chosen at run time, so the rest of the program needs no special build.
+// The steps for processors with AVX2. They are chosen at run time, so the program needs no special build.
 
 #ifdef __x86_64__
 
@@ -23,7 +23,7 @@ VARNOLIX_TARGET inline __m256i loadAligned(const void* from) {
     return _mm256_load_si256(static_cast<const __m256i*>(from));
 }
 
-/// For each lane its smallest word, four times.
+/// The smallest word of each lane, repeated four times.
 VARNOLIX_TARGET inline __m256i smallestWords(__m256i words) {
     const __m256i ofTwo = _mm256_min_epu16(words, _mm256_srli_epi64(words, 32));
     const __m256i ofFour = _mm256_min_epu16(ofTwo, _mm256_srli_epi64(ofTwo, 16));
@@ -31,7 +31,7 @@ VARNOLIX_TARGET inline __m256i smallestWords(__m256i words) {
                                                        9, 8, 1, 0, 1, 0, 1, 0, 1, 0));
 }
 
-/// All bits of the words that are at most the limit.
+/// Sets all bits of the words that are at most the limit, and clears the other words.
 VARNOLIX_TARGET inline __m256i atMost(__m256i words, __m256i limit) {
     return _mm256_cmpeq_epi16(_mm256_subs_epu16(words, limit), _mm256_setzero_si256());
 }
@@ -58,7 +58,7 @@ constexpr std::array<LaneOrder, 1U << lanesPerStep> toFront = laneOrders();
 
 constexpr std::int64_t noSign = 0x7FFFFFFFFFFFFFFF;
 
-// Clears the signs of the first n columns of four, and the others whole, if loaded from row 4 - n.
+// Four masks from row 4 - n on clear the signs in the first n of four columns, and all bits in the others.
 struct alignas(32) CellMask {
     std::array<std::int64_t, 4> bits;
 };
@@ -71,7 +71,7 @@ constexpr std::array<CellMask, 8> cellMasks = {{{{noSign, noSign, noSign, noSign
                                                 {},
                                                 {}}};
 
-/// A cell less 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2
+/// A cell minus 2^52 units. With d = |x - y|, bits(1 - min(d, 1/2)) and bits(max(d, 1/2)) lie between the bits of 1/2
 /// and of 1, where they count in units of 2^-53, and their difference is (1 - d) - 1/2 in these units.
 VARNOLIX_TARGET inline __m256i cellUnits(const KernelColumn& left, const KernelColumn& right, __m256d mask) {
     const __m256d half = _mm256_set1_pd(0.5);
@@ -138,7 +138,8 @@ struct Vectors {
     VARNOLIX_TARGET static std::int64_t sumOf(const KernelColumn* left, const KernelColumn* right,
                                               std::ptrdiff_t columns) {
         __m256i sums = _mm256_setzero_si256();
-        // What the steps leave out of each cell, less the perfect cells of the columns that the last step masks out.
+        // Adds what cellUnits() subtracts from each cell. A masked column counts as four perfect cells, which are
+        // subtracted below.
         std::int64_t sum = columns * 4 << 52;
         for (; columns > columnsPerSumStep; columns -= columnsPerSumStep) {
             sums = _mm256_add_epi64(sums, stepUnits(left, right, cellMasks.data()));

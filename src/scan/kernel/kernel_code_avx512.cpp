@@ -3,7 +3,7 @@
 
 #ifdef __x86_64__
 
-// The headers of g++ 12 leave registers undefined on purpose and are warned about.
+// The headers of g++ 12 leave registers undefined on purpose, and the compiler warns about it.
 #if !defined(__clang__)
 #pragma GCC diagnostic ignored "-Wmaybe-uninitialized"
 #pragma GCC diagnostic ignored "-Wuninitialized"
@@ -26,15 +26,15 @@ static_assert(columnsPerSumStep <= mostColumnsAtOnce);
 constexpr __mmask16 firstColumnOfPairs = 0x5555;
 constexpr auto allColumns = static_cast<__mmask16>(-1);
 
-/// For each lane its smallest word, four times.
+/// The smallest word of each lane, repeated four times.
 VARNOLIX_TARGET inline __m512i smallestWords(__m512i words) {
     const __m512i ofTwo = _mm512_min_epu16(words, _mm512_srli_epi64(words, 32));
     const __m512i ofFour = _mm512_min_epu16(ofTwo, _mm512_srli_epi64(ofTwo, 16));
     return _mm512_shuffle_epi8(ofFour, _mm512_set4_epi32(0x09080908, 0x09080908, 0x01000100, 0x01000100));
 }
 
-/// The cells of two columns. Multiplying by 2^53 before the subtraction and rounding once, after it, rounds where the
-/// cell itself is rounded, as the factor is a power of two.
+/// The cells of two columns. They are multiplied by 2^53 before the subtraction and rounded once, after it. As the
+/// factor is a power of two, this rounds at the same bit as rounding the cell itself.
 VARNOLIX_TARGET inline __m512i cellUnits(const KernelColumn* left, const KernelColumn* right) {
     const __m512d units = _mm512_set1_pd(0x1p53);
     const __m512d difference = _mm512_sub_pd(_mm512_loadu_pd(left), _mm512_loadu_pd(right));

@@ -25,10 +25,10 @@ void filterPartner(const LeftMotif& left, const KernelMotifs& motifs, std::uint3
     const int least = static_cast<int>(leastKernelColumns);
     const int rightLength = static_cast<int>(motifs.length(partner));
     for (int shift = least - left.length; shift <= rightLength - least; ++shift) {
-        const Overlap overlap = overlapAt(shift, left.length, rightLength);
-        const int columns = overlap.columns;
-        const KernelLevels* a = left.levels + overlap.leftStart;
-        const KernelLevels* b = motifs.levels(partner) + overlap.rightStart;
+        const FacingColumns facing = facingColumns(shift, left.length, rightLength);
+        const int columns = facing.columns;
+        const KernelLevels* a = left.levels + facing.leftStart;
+        const KernelLevels* b = motifs.levels(partner) + facing.rightStart;
         const std::array<int, 4> distances = {distance(a, b, columns), distance(a, b + rightLength, columns),
                                               distance(a + left.length, b, columns),
                                               distance(a + left.length, b + rightLength, columns)};
@@ -81,7 +81,7 @@ CodeSteps portableSteps() {
 
 #ifndef __x86_64__
 
-// Other processors have the portable way alone.
+// Other processors have only the portable code.
 CodeSteps avx2Steps() {
     return portableSteps();
 }

@@ -2,35 +2,37 @@
 
 #include "scan/kernel/kernel_code.h"
 
-// What the vector units of the pair kernel have in common. A unit defines VARNOLIX_TARGET, the attribute of code for
-// its processors, before it includes this, and gives its own part as Vectors:
+// What the AVX2 and the AVX-512 code of the pair kernel share. Before a source file includes this header, it defines
+// VARNOLIX_TARGET, the attribute of functions for its processors. It provides its own part as the class Vectors:
 //
 //   lanes                     how many partners are filtered at once
-//   zero(), spread(columns)   no distance; two columns of the left motif, in every lane
-//   load(pairs, firstLane)    two columns of the partner of each lane
+//   zero()                    a sum of 0 in every lane
+//   spread(columns)           two columns of the left motif, the same in every lane
+//   load(pairs, firstLane)    two columns of each lane's partner
 //   columnMask(columns), masked(pair, mask)
-//                             leaves one column of two, or both
-//   addDistance(sum, a, b)    for each lane a sum of distances with those of two more columns
+//                             keeps one column of a pair, or both
+//   addDistance(sum, a, b)    adds the distances of two columns to each lane's sum
 //   inWords(original, rightReversed, leftReversed, bothReversed)
-//                             four sums of distances as words of 16 bits, in the order of Rivals
-//   partnerIndices(motifs)    for each lane the number of its partner
-//   withPlace(indices, bits)  the same with the bits of a place
+//                             the four sums of each lane as words of 16 bits, in the order of Rivals
+//   partnerIndices(motifs)    the index of each lane's partner
+//   withPlace(indices, bits)  the same, with the bits of a place
 //   keep(words, limits, places, wanted, rivals, keptPlaces)
-//                             writes rivals and places of the lanes within the limits, with room for all lanes; returns
-//                             how many there are
+//                             writes the rivals and places of the lanes within the limits and returns how many there
+//                             are; needs room for all lanes
 //   sumOf(left, right, columns)
-//                             the sum of cells in units of 2^-53
+//                             the sum of the cells in units of 2^-53
 
 namespace varnolix::kernel {
 
-/// Greatest distance of an alignment that may be kept, and how far behind the smallest one a rival may lie.
+/// The greatest distance of an alignment that may be kept, and by how much the distance of a rival may exceed the
+/// smallest one.
 struct DistanceLimits {
-    std::int16_t greatest;  ///< to be read without a sign
+    std::int16_t greatest;  ///< an unsigned value; the intrinsics take signed ones
     std::int16_t margin;
 };
 
-/// For each lane the distances over the columns that face each other, in the four orientations.
-/// @param right the pair of columns of the first facing one
+/// The distances of each lane over the columns that face each other, in the four orientations.
+/// @param right the pair that begins with the first of these columns
 template <class Vectors>
 VARNOLIX_TARGET auto distances(const LeftMotif& left, int leftStart, const KernelLevelPairs* right,
                                std::size_t firstLane, int columns) {
@@ -55,7 +57,7 @@ VARNOLIX_TARGET auto distances(const LeftMotif& left, int leftStart, const Kerne
         levels += columnsPerStep;
         right += std::ptrdiff_t{2} * columnsPerStep;
     }
-    // The last step counts one column or two.
+    // The last step has one column or two.
     const auto mask = Vectors::columnMask(columns);
     add([&](auto pair) VARNOLIX_TARGET { return Vectors::masked(pair, mask); });
     return Vectors::inWords(original, rightReversed, leftReversed, bothReversed);
@@ -71,17 +73,17 @@ VARNOLIX_TARGET void filterLanes(const LeftMotif& left, const Partners& partners
     const auto indices = Vectors::partnerIndices(&partners.group.motifs[firstLane]);
     std::size_t count = candidates.count;
     for (int shift = least - left.length; shift <= rightLength - least; ++shift) {
-        const Overlap overlap = overlapAt(shift, left.length, rightLength);
-        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(overlap.columns));
+        const FacingColumns facing = facingColumns(shift, left.length, rightLength);
+        const std::int32_t greatest = cutoff.greatestDistance(static_cast<std::size_t>(facing.columns));
         if (greatest < 0) {
             continue;
         }
         const DistanceLimits limits{static_cast<std::int16_t>(greatest),
-                                    static_cast<std::int16_t>(rivalDistancePerColumn * overlap.columns)};
+                                    static_cast<std::int16_t>(rivalDistancePerColumn * facing.columns)};
         const auto words = distances<Vectors>(
-            left, overlap.leftStart, rightLevels + std::ptrdiff_t{2} * overlap.rightStart, firstLane, overlap.columns);
-        const auto places = Vectors::withPlace(indices, placeBits(shift, overlap.columns));
-        // Store unconditionally, advance only if kept: a branch would mispredict, and delay the others.
+            left, facing.leftStart, rightLevels + std::ptrdiff_t{2} * facing.rightStart, firstLane, facing.columns);
+        const auto places = Vectors::withPlace(indices, placeBits(shift, facing.columns));
+        // Store unconditionally, advance only by what is kept: a branch would mispredict and delay the next steps.
         count += Vectors::keep(words, limits, places, wanted, &candidates.rivals[count], &candidates.places[count]);
     }
     candidates.count = count;

@@ -49,7 +49,7 @@ void KernelMotifs::build(std::span<const Strands> motifs) {
     motifs_.reserve(motifs.size());
     for (const Strands& strands : motifs) {
         motifs_.push_back({0, static_cast<std::uint32_t>(strands[0]->size()), canBeExact(strands)});
-        // Room for just these, so that a checker of addresses sees what is read behind them.
+        // Reserve exactly what is needed, so that AddressSanitizer notices reads past the end.
         if (takesPart(motifs_.size() - 1)) columns += 2 * strands[0]->size();
     }
     columns_.reserve(columns);
@@ -64,7 +64,7 @@ void KernelMotifs::build(std::span<const Strands> motifs) {
         }
         std::stable_sort(block.begin(), block.end(),
                          [this](std::uint32_t a, std::uint32_t b) { return length(a) < length(b); });
-        // Columns lie in the order in which groups are scored.
+        // Columns are stored in the order in which groups are scored.
         for (const std::uint32_t motif : block) {
             appendColumns(motif, motifs[motif]);
         }

@@ -9,14 +9,14 @@
 
 #include "run/shared_records.h"
 
-// How motifs lie in memory for the kernel: each value as a double and as a byte, and motifs of equal length side by
-// side in groups, so that the vector units can filter eight partners at once. Tested by pair_kernel_test.cpp.
+// How motifs are stored for the kernel: each value as a double and as a byte, and motifs of equal length side by side
+// in groups, so that vector instructions can filter eight partners at once. Tested by pair_kernel_test.cpp.
 
 namespace varnolix {
 
-/// Motifs shorter than this take part in nothing.
+/// Shorter motifs have no alignments.
 inline constexpr std::size_t leastKernelColumns = 4;
-/// The longest motif whose sums surely fit 64 bits.
+/// The longest motif whose sums certainly fit 64 bits.
 inline constexpr std::size_t mostKernelColumns = 255;
 
 /// Four values as the vector units load them.
@@ -24,16 +24,16 @@ struct alignas(32) KernelColumn {
     std::array<double, 4> values;
 };
 
-/// The same values in steps of 1/255, for the filter.
+/// The same values in steps of 1/255, for the byte filter.
 struct alignas(4) KernelLevels {
     std::array<std::uint8_t, 4> levels;
 };
 
-/// Vector loads run up to this many columns past the end of a motif: all but one of those that are taken at once.
+/// Vector code reads up to this many columns at once, so it may read all but one of them past the end of a motif.
 inline constexpr int mostColumnsAtOnce = 8;
 inline constexpr std::size_t columnsPastEnd = mostColumnsAtOnce - 1;
 
-/// Partners are filtered in groups of this many of equal length, one per lane.
+/// Partners of equal length are filtered in groups of up to this many, one per lane.
 inline constexpr std::size_t kernelLanes = 8;
 
 /// Two neighbouring columns of each motif of a group.
@@ -48,7 +48,7 @@ struct KernelGroup {
     std::size_t firstPairs;
 };
 
-/// Motifs laid out for the kernel: copies of their values, so the originals may go.
+/// Motifs prepared for the kernel. It has copies of their values, so the originals need not outlive it.
 class KernelMotifs {
   public:
     explicit KernelMotifs(std::span<const data> motifs);
@@ -56,23 +56,23 @@ class KernelMotifs {
 
     std::size_t size() const { return motifs_.size(); }
 
-    /// Whether the kernel may score the motif: at most 255 columns, and all values within [0, 1]. The plain form has to
-    /// take the pairs with any other.
+    /// Whether the kernel may score the motif: it has at most 255 columns, and all its values are within [0, 1]. Pairs
+    /// with other motifs need the plain form.
     bool isExact(std::size_t motif) const { return motifs_[motif].isExact; }
 
     /// Whether the kernel scores its pairs: it is exact and long enough.
     bool takesPart(std::size_t motif) const { return isExact(motif) && length(motif) >= leastKernelColumns; }
 
     std::size_t length(std::size_t motif) const { return motifs_[motif].length; }
-    /// Columns of the motif, followed by those of its reverse complement; only of an exact motif of four or more.
+    /// The columns of the motif, followed by those of its reverse complement. Only for motifs that take part.
     const KernelColumn* columns(std::size_t motif) const { return columns_.data() + motifs_[motif].firstColumn; }
     const KernelLevels* levels(std::size_t motif) const { return levels_.data() + motifs_[motif].firstColumn; }
 
-    /// Motifs from a multiple of this number to the next are grouped among themselves.
+    /// Groups never cross a multiple of this number.
     static constexpr std::size_t blockSize = 1024;
-    /// The groups of the exact motifs of a block that are not too short.
+    /// The groups of the motifs of a block that take part.
     std::span<const KernelGroup> groups(std::size_t block) const;
-    /// Columns k and k + 1 of the group are element 2 k, those of the reverse complements element 2 k + 1.
+    /// Element 2 k has columns k and k + 1 of the group, and element 2 k + 1 those of the reverse complements.
     const KernelLevelPairs* pairs(const KernelGroup& group) const { return pairs_.data() + group.firstPairs; }
 
   private:

@@ -12,28 +12,26 @@
 // All alignments of two motifs (forward or backward, first or second region) are the diagonals of one table of column
 // pairs. Each diagonal is scored once, in four steps.
 //
-// 1. Filter in bytes (kernel_code). Each value is rounded to X = round(255 x), so |X - 255 x| <= 1/2 (and less than
-// 2^-44
-//    more by the arithmetic), and the distance sum |X - Y| of L columns differs from 255 * sum |x - y| by at most 4 L.
-//    The sum of cells S differs from 4 L - sum |x - y| by at most 4 L * 2^-53, half an ulp twice per cell. Hence
-//     - S >= T implies distance <= 255 (4 L - T) + 4 L + (less than 1): above that, the alignment is surely below the
-//       cutoff;
-//     - if the distance of one orientation exceeds that of another by more than 8 L, so by 8 L + 1 at least, its S is
-//       smaller by 1/255 - 8 L * 2^-53. That is far more than the 8 L * 2^-53 that two roundings of the mean can hide,
-//       so it cannot win.
-//    Most alignments end here, and of most others only one orientation is left to be summed.
+// 1. Filter in bytes (kernel_code). Each value x is rounded to X = round(255 x), so |X - 255 x| <= 1/2, plus less than
+//    2^-44 for the arithmetic. So for L columns the distance, the sum of |X - Y|, differs from 255 times the sum of
+//    |x - y| by at most 4 L. The sum of cells S differs from 4 L minus the sum of |x - y| by at most 4 L * 2^-53, half
+//    an ulp twice per cell. It follows:
+//     - If S >= T, the distance is at most 255 (4 L - T) + 4 L plus less than 1. An alignment with a greater distance
+//       is certainly below the cutoff.
+//     - If the distance of one orientation exceeds that of another by more than 8 L, so by at least 8 L + 1, its S is
+//       smaller by at least 1/255 - 8 L * 2^-53. This is far more than 8 L * 2^-53, the most that rounding two means
+//       can hide, so the orientation cannot win.
+//    Most alignments end here, and most of the others have only one orientation left to be summed.
 // 2. Exact sums of what is left, as 64-bit integers (exact_sums.h).
-// 3. Best of four. Sums that differ by more than 8 L units have means more than 2 ulp apart, which rounding (0.5 ulp
-// and
-//    2^-11 of one, each) cannot make equal. Only closer ones are divided to see whether the later one is really
-//    greater.
-// 4. The results are put back into the order of the partners by counting: the filter takes eight partners of equal
-// length
-//    at once, one per lane, so that its branches depend on lengths alone.
+// 3. Best of four. If two sums differ by more than 8 L units, their means are more than 2 ulp apart. Rounding, which
+//    moves each mean by 0.5 ulp and 2^-11 of one, cannot make them equal. Only closer sums are divided, to see whether
+//    the later one is really greater.
+// 4. The filter takes eight partners of equal length at once, one per lane, so that its branches depend on lengths
+//    alone. Therefore results come out of order, and a counting sort puts them back into the order of the partners.
 //
-// Cost: four byte distances per two facing columns and eight partners for the filter, and about 3 cycles per column for
-// the sum of each orientation that may be the best. At usual cutoffs the filter, the sums, and the handling of what is
-// kept cost about the same. Tested by pair_kernel_test.cpp against the plain form.
+// Cost: the filter takes four byte distances for every two facing columns and eight partners; each orientation that may
+// be the best takes about 3 cycles per column for its sum. At usual cutoffs, the filter, the sums, and the handling of
+// what is kept cost about the same. Tested by pair_kernel_test.cpp against the plain form.
 
 namespace varnolix {
 
@@ -44,10 +42,10 @@ struct KernelScratch::Buffers {
     std::array<std::int64_t, kernel::Candidates::capacity> sums;
     std::array<Orientation, kernel::Candidates::capacity> orientations;
     std::array<std::uint16_t, kernel::Candidates::capacity> contested;
-    // The same for the candidates that several orientations may win.
+    // The same for the contested candidates: those that more than one orientation may win.
     std::array<std::int64_t, kernel::Candidates::capacity> challengingSums;
     std::array<Orientation, kernel::Candidates::capacity> challengers;
-    // The results of a block of partners, and where those of each partner go.
+    // The results of a block of partners, and where the results of each partner go.
     std::vector<ScoredShift> scored;
     std::array<std::size_t, KernelMotifs::blockSize + 1> starts;
 };
@@ -99,7 +97,7 @@ class Judge {
           kept_(kept),
           buffers_(buffers) {}
 
-    /// Appends the results of the partners of a block, in order, as far as they lie within first .. last - 1.
+    /// Appends, in order, the results of those partners of a block that are within first .. last - 1.
     void takeBlock(std::size_t block, std::size_t first, std::size_t last) {
         const std::span<const KernelGroup> groups = rights_.groups(block);
         if (groups.empty()) return;
@@ -137,7 +135,7 @@ class Judge {
         const int least = static_cast<int>(leastKernelColumns);
         const int rightLength = static_cast<int>(rights_.length(partner));
         for (int shift = least - left_.length; shift <= rightLength - least; ++shift) {
-            const int columns = kernel::overlapAt(shift, left_.length, rightLength).columns;
+            const int columns = kernel::facingColumns(shift, left_.length, rightLength).columns;
             buffers_.candidates.rivals[buffers_.candidates.count] = kernel::allRivals;
             buffers_.candidates.places[buffers_.candidates.count] = {partner, static_cast<std::int16_t>(shift),
                                                                      static_cast<std::uint16_t>(columns)};
@@ -145,7 +143,7 @@ class Judge {
         }
     }
 
-    /// In passes of few steps each, so that the processor can work on several candidates at a time.
+    /// Works in short passes, so that the processor can overlap the work on several candidates.
     void judgeAll() {
         std::size_t contests = 0;
         for (std::size_t n = 0; n < buffers_.candidates.count; ++n) {
@@ -202,7 +200,7 @@ class Judge {
         buffers_.scored.resize(static_cast<std::size_t>(result - buffers_.scored.data()));
     }
 
-    /// The rivals in the order of the orientations, which name the outer motif first.
+    /// The rivals in the order of Orientation, which names the outer motif first.
     Rivals outerView(Rivals rivals) const {
         if (outer_ == OuterMotif::left) {
             return rivals;
@@ -226,9 +224,9 @@ class Judge {
         const std::ptrdiff_t leftReversed = outer_ == OuterMotif::left ? first : second;
         const std::ptrdiff_t rightReversed = outer_ == OuterMotif::left ? second : first;
         const int rightLength = static_cast<int>(rights_.length(place.partner));
-        const kernel::Overlap overlap = kernel::overlapAt(place.shift, left_.length, rightLength);
-        return {left_.columns + leftReversed * left_.length + overlap.leftStart,
-                rights_.columns(place.partner) + rightReversed * rightLength + overlap.rightStart, overlap.columns};
+        const kernel::FacingColumns facing = kernel::facingColumns(place.shift, left_.length, rightLength);
+        return {left_.columns + leftReversed * left_.length + facing.leftStart,
+                rights_.columns(place.partner) + rightReversed * rightLength + facing.rightStart, facing.columns};
     }
 
     /// Appends the results in the order of the partners. Groups hold partners of equal length, so they come out of

@@ -17,10 +17,10 @@ namespace varnolix {
 /// Which motif of a pair belongs to the outer loop. The orientations name it first.
 enum class OuterMotif { left, right };
 
-/// The code that the kernel runs. All give the same results.
+/// The versions of the kernel. All of them give the same results.
 enum class KernelCode { portable, avx2, avx512 };
 
-/// The codes that this processor can run, the fastest last.
+/// The versions that this processor can run, the fastest last.
 std::vector<KernelCode> kernelCodes();
 KernelCode fastestKernelCode();
 
@@ -43,13 +43,13 @@ class KernelScratch {
 
 /// Scores the left motif i with the partners firstPartner .. lastPartner - 1 and appends the alignments at or above the
 /// cutoff, partners ascending, shifts ascending. Pairs with a motif that is not exact or has fewer than four columns
-/// are skipped. May be called from several threads at once, each with a scratch of its own.
+/// are skipped. Several threads may call this at once, each with its own scratch.
 void scoreShifts(const KernelMotifs& lefts, std::size_t i, const KernelMotifs& rights, std::size_t firstPartner,
                  std::size_t lastPartner, const CutoffTable& cutoff, OuterMotif outer, std::vector<ScoredShift>& kept,
                  KernelScratch& scratch, KernelCode code = fastestKernelCode());
 
-/// The same for one pair of matrices, the left one as outer motif; partner is 0. Returns false, and appends nothing, if
-/// the plain form has to take the pair.
+/// The same for one pair of matrices; the left one is the outer motif, and the partner is 0. Returns false, and appends
+/// nothing, if the pair needs the plain form.
 bool scoreShifts(const Matrix& left, const Matrix& leftRevComp, const Matrix& right, const Matrix& rightRevComp,
                  const CutoffTable& cutoff, std::vector<ScoredShift>& kept, KernelScratch& scratch);
 
