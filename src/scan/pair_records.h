@@ -6,12 +6,12 @@
 #include "run/shared_records.h"
 #include "scan/alignment_limits.h"
 
-// What the scans leave behind for the ranking: the scored alignments of a block of motifs. The scan stages are thin
-// calls of these functions. Tested by forwardScan_test.cpp and pair_records_test.cpp.
+// What the scans leave for the ranking: the scored alignments of a block of motifs. The scan stages only call these
+// functions. Tested by forwardScan_test.cpp and pair_records_test.cpp.
 
 namespace varnolix {
 
-/// Places of all motifs of a list.
+/// The places of all motifs of a list: 0, 1, 2 and so on.
 std::vector<std::size_t> allPlaces(std::size_t motifs);
 
 /// Places in Datasets, ascending, of the motifs that the groups belong to.
@@ -23,11 +23,12 @@ std::vector<std::size_t> placesOfGroups(const RecordLists& groups);
 PairRecords scannedPairs(std::span<const data> lefts, std::span<const data> rights, std::vector<std::size_t> chosen,
                          const AlignmentLimits& limits, std::size_t blockSize);
 
-/// Scores the pairs of the block that begins with this left motif, unless it is the one that is held.
+/// Scores the pairs of the block that begins with this left motif, in place of those held so far. Does nothing if the
+/// records already hold this block.
 void holdBlock(PairRecords& records, std::size_t first);
 
-/// Lets the records have bounds: one entry for each left motif, zero until the ranking lists the records of the motif.
-/// Only then all of its alignments are together, and they give the bounds at no cost of their own.
+/// Makes the list take the bounds: one entry for each left motif, zero until the ranking lists the records of the
+/// motif. Only then are all alignments of the motif together, and its bounds cost nothing extra.
 void attachBounds(PairRecords& records, std::vector<maxScores>& bounds);
 
 }  // namespace varnolix

@@ -11,20 +11,22 @@
 #include "scan/kernel/pair_kernel.h"
 #include "scan/region_rule.h"
 
-// The scan of motif pairs, for every list of motifs that is compared with another: the kernel takes the pairs it can,
-// the plain form the others.
+// Scans the pairs of two lists of motifs, or of a list with itself. The kernel scores the pairs that it can take, and
+// the plain form scores the others.
 
 namespace varnolix {
 
-/// The kept alignments of motifs with their partners: row i holds those of the left motif i, by partner and shift.
+/// The kept alignments of motifs with their partners: row i holds those of the left motif i, ordered by partner and
+/// shift.
 using ShiftRows = std::vector<std::vector<ScoredShift>>;
 
-/// Two lists of motifs laid out for scoring. The lists must outlive it.
+/// Two lists of motifs prepared for scoring. The lists must outlive it.
 class PairScan {
   public:
     PairScan(std::span<const data> lefts, std::span<const data> rights, const AlignmentLimits& limits);
 
-    /// Appends the kept alignments of the left motif with the right ones first .. last - 1, by partner and shift.
+    /// Appends the kept alignments of the left motif with the right motifs first .. last - 1, ordered by partner and
+    /// shift.
     void scanPartners(std::size_t left, std::size_t first, std::size_t last, OuterMotif outer,
                       std::vector<ScoredShift>& kept, KernelScratch& scratch) const;
 
@@ -54,19 +56,18 @@ class PairScan {
     std::vector<std::uint32_t> plainRights_;
 };
 
-/// The kept alignments of the left motifs first .. last - 1; row k belongs to motif first + k. Within one list a motif
-/// is compared with those behind it in the block, otherwise with all right motifs. The motifs are shared out among the
-/// threads.
+/// The kept alignments of the left motifs first .. last - 1; row k belongs to motif first + k. Within one list, a motif
+/// is compared with those after it in the block, otherwise with all right motifs. The threads share the work.
 /// @param chosen places of the left motifs to compare, ascending; the rows of the others stay empty
 ShiftRows scanBlock(const PairScan& scan, std::span<const std::size_t> chosen, std::size_t first, std::size_t last);
 
 /// The places, ascending, of the rows that are not empty.
 std::vector<std::size_t> filledRows(const ShiftRows& rows);
 
-/// From the rows of a block, the alignments of its motifs first .. last - 1 with the motifs of the block before them:
-/// list k holds those of motif first + k as left motif, by partner and shift.
-/// @param filled the places, ascending, of the rows that hold any, so that motifs without matches cost nothing
-/// @param lists keeps its memory from call to call
+/// Collects from the rows of a block the alignments of its motifs first .. last - 1 with earlier motifs of the block.
+/// List k holds those of motif first + k, which is now the left motif, ordered by partner and shift.
+/// @param filled the places, ascending, of the rows that are not empty, so that motifs without matches cost nothing
+/// @param lists receives the alignments; its memory is reused from call to call
 void gatherEarlier(const ShiftRows& rows, std::span<const std::size_t> filled, std::size_t firstOfBlock,
                    std::size_t first, std::size_t last, ShiftRows& lists);
 
@@ -81,7 +82,7 @@ void forEachPair(std::span<const ScoredShift> row, Use use) {
     }
 }
 
-/// What the records of a motif need of it.
+/// What a record needs to know about a motif.
 struct ListedMotif {
     int matrixID;
     int columns;
@@ -93,7 +94,7 @@ constexpr PairLengths lengthsOf(ListedMotif left, ListedMotif right) {
     return {left.columns, right.columns};
 }
 
-/// Appends the records of this direction of one pair's region: those in which the sliding motif is stored first.
+/// Appends the records of one region of a pair in this direction. They store the sliding motif first.
 void appendPairRecords(Direction direction, Sliding sliding, OuterMotif outer, ListedMotif left, ListedMotif right,
                        std::span<const ScoredShift> shifts, std::vector<dataCombinedScore>& list);
 

@@ -17,20 +17,23 @@ PairLengths lengthsOf(const Strands& left, const Strands& right) {
     return {static_cast<int>(left.original.size()), static_cast<int>(right.original.size())};
 }
 
-// Long motifs.
+// Long motifs
 //
-// Most alignments of a pair lie far below the cutoff, and one orientation mostly far above the others. So where all
-// values lie within [0, 1], a rough mean in doubles comes first, many times as quick as additions in extended precision
-// one by one, and only orientations that may be the best of an alignment that may be kept take the plain form. What is
-// kept comes from the plain form alone, so its bits do not depend on the rough one.
+// Most alignments of a pair score far below the cutoff, and usually one orientation scores far above the others. So if
+// all values are within [0, 1], a rough mean in doubles is computed first, which is many times as fast as one addition
+// after another in extended precision. Only alignments that may reach the cutoff go on to the plain form, with only the
+// orientations that may be their best. The scores that are kept always come from the plain form, so their bits do not
+// depend on the rough mean.
 //
-// The rough mean is 1 - d / 4 L, where d adds up the distances |x - y| of L columns, base by base. Each distance is
-// rounded by 2^-54 at most, each addition to a sum of at most L by L * 2^-53, d by 4 L (L + 1) * 2^-53, its mean by
-// (L + 1) * 2^-53. The plain mean is off by 2^-54 of the cells and 2^-53 of the result, and by 4 L * 2^-64 of its
-// additions. Both together stay below (L + 4) * 2^-52, of which the margin is four times.
+// The rough mean is 1 - d / 4 L, where d is the sum of the distances |x - y| over L columns, added base by base.
+// Rounding moves each distance by at most 2^-54 and each addition, to a sum of at most L, by L * 2^-53. That moves d by
+// 4 L (L + 1) * 2^-53 and its mean by (L + 1) * 2^-53. The plain mean is off by 2^-54 from its cells, 2^-53 from its
+// result, and 4 L * 2^-64 from its additions. Together these errors stay below (L + 4) * 2^-52, and the margin is four
+// times as large.
 //
-// Up to 512 columns the sum of cells, multiples of 2^-53, is at most 2^11 and needs no more than the 64 bits of
-// extended precision: it is exact, and the same in both directions. Beyond, additions may round, and the order shows.
+// Up to 512 columns, the sum of the cells (multiples of 2^-53) is at most 2^11 and fits the 64 bits of extended
+// precision. So it is exact, and the same in both directions. With more columns, additions may round, and their order
+// matters.
 
 constexpr int mostExactColumns = 512;
 constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >= 64;
@@ -41,7 +44,7 @@ double roughMargin(int columns) {
 
 bool liesWithinUnit(const Matrix& matrix) {
     return std::all_of(matrix.begin(), matrix.end(), [](const Column& column) {
-        // Written so that a value that is no number fails.
+        // Written so that a value that is not a number fails.
         return std::all_of(column.begin(), column.end(), [](double value) { return value >= 0.0 && value <= 1.0; });
     });
 }
@@ -50,12 +53,13 @@ bool lieWithinUnit(const Strands& strands) {
     return liesWithinUnit(strands.original) && liesWithinUnit(strands.reversed);
 }
 
-/// The four orientations, in their order.
+/// The two matrices that one orientation compares.
 struct Facing {
     const Matrix& left;
     const Matrix& right;
 };
 
+/// The four orientations, in their order.
 std::array<Facing, 4> facings(const Strands& left, const Strands& right) {
     return {Facing{left.original, right.original}, Facing{left.original, right.reversed},
             Facing{left.reversed, right.original}, Facing{left.reversed, right.reversed}};
@@ -80,11 +84,11 @@ double roughMean(const Facing& facing, int shift, int columns) {
     return 1 - distance / (4.0 * columns);
 }
 
-/// Orientations that may be the best of an alignment.
+/// Which orientations may be the best one of an alignment.
 using Rivals = std::array<bool, 4>;
 constexpr Rivals allRivals{true, true, true, true};
 
-/// None where no orientation may reach the cutoff.
+/// There are none if no orientation may reach the cutoff.
 Rivals rivalsOf(const std::array<Facing, 4>& orientations, int shift, int columns, double cutoff) {
     std::array<double, 4> means{};
     std::transform(orientations.begin(), orientations.end(), means.begin(),
@@ -113,7 +117,7 @@ double meanScore(const Matrix& left, const Matrix& right, int shift, int columns
     return static_cast<double>(sum / (4 * static_cast<long double>(columns)));
 }
 
-/// Best of the rivals. There is one at least.
+/// The best of the rivals; there must be at least one.
 AlignmentScore bestScore(const std::array<Facing, 4>& orientations, const Rivals& rivals, int shift, int columns,
                          double most, Direction direction) {
     std::optional<AlignmentScore> best;
@@ -135,7 +139,7 @@ void appendPlainShifts(const Strands& left, const Strands& right, OuterMotif out
                        int leastOverlap, double most, double cutoff, Walks asked, std::vector<ScoredShift>& kept) {
     const PairLengths lengths = lengthsOf(left, right);
     if (lengths.left < leastOverlap || lengths.right < leastOverlap) return;
-    // The outer motif is the one that the orientations call the first.
+    // Orientations name the outer motif first.
     const bool swapped = outer == OuterMotif::right;
     const std::array<Facing, 4> orientations = swapped ? facings(right, left) : facings(left, right);
     const bool isWithinUnit = most == 1.0 && lieWithinUnit(left) && lieWithinUnit(right);
@@ -150,7 +154,7 @@ void appendPlainShifts(const Strands& left, const Strands& right, OuterMotif out
              {std::pair{Direction::forward, forwardWalk}, std::pair{Direction::backward, backwardWalk}}) {
             if ((asked & walk) == 0) continue;
             if (!best || !isOneSum) best = bestScore(orientations, rivals, outerShift, columns, most, direction);
-            if (!(best->score >= cutoff)) continue;  // a score that is no number is dropped too
+            if (!(best->score >= cutoff)) continue;  // drops a score that is not a number, too
             ScoredShift& added = kept.emplace_back();
             added.score = best->score;
             added.partner = partner & partnerMask;

@@ -6,7 +6,7 @@
 #include "run/scored_shift.h"
 #include "run/shared_records.h"
 
-// Which records the scans make of the scored alignments of a pair, and in which order.
+// Which records the scans make from the scored alignments of a pair, and in which order.
 //
 // A scan of a pair has two regions: in the first the outer motif slides along the inner one, in the second the inner
 // one slides. With B sliding along the fixed A, offset p puts the first column of B on column p of A (forward), or the
@@ -30,7 +30,7 @@ constexpr int overlapAt(PairLengths lengths, int shift) {
     return std::min(lengths.left, lengths.right - shift) - std::max(0, -shift);
 }
 
-/// Smallest and largest shift of a pair, as alignments have at least `leastOverlap` columns.
+/// The smallest and the largest shift of a pair whose alignments have at least `leastOverlap` columns.
 constexpr int leastShift(PairLengths lengths, int leastOverlap) {
     return leastOverlap - lengths.left;
 }
@@ -38,7 +38,8 @@ constexpr int mostShift(PairLengths lengths, int leastOverlap) {
     return lengths.right - leastOverlap;
 }
 
-/// Offset p of the shift in the region where this motif slides; below 0 where that region does not reach it.
+/// The offset p of the shift in the region where this motif slides; negative if the shift does not occur in that
+/// region.
 constexpr int offsetAt(Direction direction, Sliding sliding, PairLengths lengths, int shift) {
     const int fromStart = direction == Direction::forward ? shift : lengths.right - lengths.left - shift;
     return sliding == Sliding::left ? fromStart : -fromStart;
@@ -54,15 +55,15 @@ constexpr bool offsetsAscend(Direction direction, Sliding sliding) {
     return (direction == Direction::forward) == (sliding == Sliding::left);
 }
 
-/// 1 where the region has a record of the kept alignment, at offsets of 0 or more if the scan met it, else 0. Worked
-/// out without a branch, as the scans meet tens of millions of alignments.
+/// 1 if the region has a record of the kept alignment, otherwise 0. It has one if the offset is not negative and the
+/// scan found the alignment. There is no branch, as a run may have tens of millions of alignments.
 constexpr unsigned recordsOf(Direction direction, Sliding sliding, PairLengths lengths, const ScoredShift& kept) {
     const unsigned isReached = offsetAt(direction, sliding, lengths, kept.shift) >= 0 ? 1U : 0U;
     const unsigned isMet = (kept.walks & walkOf(direction)) != 0 ? 1U : 0U;
     return isReached & isMet;
 }
 
-/// Calls visit(shift) for all kept alignments of a pair in the order of this region: by ascending offset.
+/// Calls visit(shift) for all kept alignments of a pair by ascending offset, as this region lists them.
 /// @param shifts by ascending shift
 template <class Visit>
 void forEachShift(Direction direction, Sliding sliding, std::span<const ScoredShift> shifts, Visit visit) {
@@ -73,7 +74,7 @@ void forEachShift(Direction direction, Sliding sliding, std::span<const ScoredSh
     }
 }
 
-/// Calls use(shift, offset) for the alignments of one pair that one region records, by ascending offset.
+/// Calls use(shift, offset) for the alignments of a pair that have a record in this region, by ascending offset.
 /// @param shifts the kept alignments of the pair, by ascending shift
 template <class Use>
 void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, std::span<const ScoredShift> shifts,
@@ -85,9 +86,10 @@ void forEachOffset(Direction direction, Sliding sliding, PairLengths lengths, st
     });
 }
 
-/// Format of the motif stored first, and of the one stored second. They follow the label, and the label names the outer
-/// motif first, so the formats are crossed in records that store the inner motif first. The reports print them so.
-/// The two bits of an orientation tell the formats.
+/// The format labels of a record: of the motif stored first, and of the one stored second. They are the two bits of the
+/// orientation, which names the outer motif first. Records of the second region store the inner motif first, so their
+/// labels are crossed: each motif has the label of the other. This is what the reports are meant to print. Tested by
+/// region_rule_test.cpp.
 constexpr MatchingFormat firstFormat(Orientation orientation) {
     return static_cast<MatchingFormat>(static_cast<unsigned>(orientation) >> 1U);
 }

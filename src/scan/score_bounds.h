@@ -6,7 +6,7 @@
 
 #include "run/shared_records.h"
 
-// Bounds of the motifs, and the sort key that measures how far a record lies from them.
+// The bounds of a motif, and the sort key, which measures how far a record is from them.
 
 namespace varnolix {
 
