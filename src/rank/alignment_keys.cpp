@@ -8,8 +8,8 @@ namespace varnolix {
 
 namespace {
 
-/// The sort key of each alignment, by the bounds of the motif over all of them: each is a record of the motif or of its
-/// partner, and both name it.
+/// Finds the bounds of the motif and, from them, the sort key of each alignment. All alignments count for the bounds:
+/// each has a record that stores the motif first or second, and so names it.
 void scoreAlignments(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers) {
     const std::span<const ScoredShift> shifts = alignments.shifts;
     requireAtMost(shifts.size(), mostAlignmentsOfMotif, "alignments of a motif");
@@ -25,8 +25,8 @@ void scoreAlignments(const MotifAlignments& alignments, maxScores& bounds, KeyBu
     }
 }
 
-/// Writes keys one after the other. Each is stored unconditionally, and the place advances only if it stays: there are
-/// tens of millions of keys, and a branch would mispredict.
+/// Writes keys one after the other. Each is stored unconditionally, and the next one overwrites it unless it is kept:
+/// there are tens of millions of keys, and a branch would mispredict.
 class KeyWriter {
   public:
     KeyWriter(std::vector<SortKey>& buffer, std::size_t most) {
@@ -35,7 +35,7 @@ class KeyWriter {
         next_ = first_;
     }
 
-    /// @param times 1 for a key that stays, else 0
+    /// @param times 1 for a key that is kept, otherwise 0
     void write(const SortKey& key, unsigned times) {
         *next_ = key;
         next_ += times;
@@ -54,7 +54,7 @@ std::span<SortKey> listKeys(const MotifAlignments& alignments, maxScores& bounds
     const std::span<const ScoredShift> shifts = alignments.shifts;
     const std::size_t mostForward = shifts.size() * (bothSlide ? 2 : 1);
     KeyWriter forward(buffers.keys, 2 * mostForward);
-    // Backward records stand behind all forward ones, but the pairs are walked only once.
+    // Backward records come after all forward ones. A second writer saves a second pass over the pairs.
     KeyWriter backward(buffers.backwardKeys, mostForward);
     forEachPair(shifts, [&](std::uint32_t partner, std::span<const ScoredShift> ofPair) {
         const PairLengths lengths = lengthsOf(alignments.motif, alignments.partners[partner]);

@@ -8,13 +8,13 @@
 #include "run/shared_records.h"
 #include "scan/pair_scan.h"
 
-// The sort keys of the records of one motif, straight from its alignments, and the record that a key stands for. So a
-// record that is not kept need never be made. Keys stand in the order in which the scans make the records. Tested by
-// record_source_test.cpp against the records of the scans.
+// Computes the sort keys of the records of a motif directly from its alignments, and makes the record that a key stands
+// for. So a record that is not kept is never made. Keys are listed in the order in which the scans make the records.
+// Tested by record_source_test.cpp against the records of the scans.
 
 namespace varnolix {
 
-/// Memory for keys, used again from motif to motif.
+/// Buffers for keys, reused from motif to motif.
 struct KeyBuffers {
     std::vector<int> columns;       ///< one for each alignment
     std::vector<double> shiftKeys;  ///< one for each alignment
@@ -24,17 +24,17 @@ struct KeyBuffers {
 
 /// The alignments of one motif and what the keys of its records depend on.
 struct MotifAlignments {
-    std::span<const ScoredShift> shifts;  ///< all of the motif, which is the left one, by partner and shift
+    std::span<const ScoredShift> shifts;  ///< all of the motif, which is the left one, ordered by partner and shift
     ListedMotif motif;
     std::span<const ListedMotif> partners;
-    bool hasForward;   ///< whether forward records are made of them
+    bool hasForward;   ///< whether forward records are made from them
     bool hasBackward;  ///< whether backward records are
-    bool isScored;     ///< whether keys have a combinedScore; otherwise it is 0
+    bool isScored;     ///< whether keys have their combinedScore; otherwise it is 0
 };
 
 /// The keys of the records that store the motif first, in the order in which the scans list them.
 /// @param bounds raised to those of the motif
-/// @return a part of the buffers; may be put into any order
+/// @return a part of the buffers; the caller may reorder it
 std::span<SortKey> keysOfMotifFirst(const MotifAlignments& alignments, maxScores& bounds, KeyBuffers& buffers);
 
 /// The same for all records of the motif's pairs, whichever motif they store first.

@@ -7,7 +7,7 @@
 #include "rank/sorted_walk.h"
 #include "run/shared_records.h"
 
-// The best matches of one motif: its records by ascending combinedScore, each partner once, with its best record.
+// The best matches of a motif: its records by ascending combinedScore, but of each partner only the best record.
 
 namespace varnolix {
 
@@ -24,14 +24,14 @@ constexpr BestMatchRule inputRule(int mostMatches, bool isFirstMotif) {
     return {mostMatches, isFirstMotif ? 0 : 1, true};
 }
 
-/// The rule against a collection: the count is tested behind the second record at the earliest.
+/// The rule against a collection: the count is tested after the second record at the earliest.
 constexpr BestMatchRule collectionRule(int mostMatches) {
     return {mostMatches, 1, false};
 }
 
-/// The records that stay, in their order; the keys are left partly sorted. Partners count as one by the number that
-/// partnerOf(key) gives them.
-/// @param seen scratch
+/// The records that are kept, in their order. The keys are left partly sorted. Records with the same partnerOf(key)
+/// count as records of one partner.
+/// @param seen a buffer, to be reused
 template <class PartnerOf, class RecordOf>
 std::vector<dataCombinedScore> selectBestMatches(std::span<SortKey> keys, const BestMatchRule& rule,
                                                  std::vector<std::uint32_t>& seen, PartnerOf partnerOf,
@@ -58,7 +58,7 @@ std::vector<dataCombinedScore> selectBestMatches(std::span<SortKey> keys, const 
     return best;
 }
 
-/// One ranked motif per list, empty ones among them, by ascending sum of combinedScore.
+/// One ranked motif for each list, even if it is empty, by ascending sum of combinedScore.
 std::vector<commonBestMatches> rankBySum(const RecordLists& bestMatches);
 
 /// The ids of the first `most` motifs of a ranking whose lists are not empty.

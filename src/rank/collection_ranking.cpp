@@ -9,7 +9,7 @@ namespace varnolix {
 
 namespace {
 
-/// For each reference motif the place of the first one with its name.
+/// For each reference motif, the place of the first one with the same name.
 std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
     std::unordered_map<std::string_view, std::uint32_t> firstPlaces;
     std::vector<std::uint32_t> places;
@@ -21,7 +21,7 @@ std::vector<std::uint32_t> namePlaces(const std::vector<data>& references) {
     return places;
 }
 
-/// What a thread works with.
+/// The buffers of one thread.
 struct MatchingScratch {
     RecordScratch records;
     std::vector<std::uint32_t> seen;

@@ -7,13 +7,13 @@
 #include "report/report_passes.h"
 #include "run/shared_records.h"
 
-// The best matches of input motifs in the reference collection. Motifs are not ranked here: each one with a match is
-// listed, by its id.
+// The best matches of input motifs in the reference collection. Input motifs are not ranked here: all that have a match
+// are listed, by ascending id.
 
 namespace varnolix {
 
-/// The best matches of every input motif, empty lists among them. Partners are told apart by their names, so reference
-/// motifs of one name count as one.
+/// The best matches of every input motif, one list for each, which may be empty. Partners are distinguished by name, so
+/// reference motifs with the same name count as one.
 /// @param source gives the records of each input motif, whichever motif they store first
 RecordLists matchesInCollection(const RecordSource& source, std::size_t inputMotifs,
                                 const std::vector<data>& references, int mostMatches);

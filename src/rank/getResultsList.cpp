@@ -105,7 +105,7 @@ void writeEachMotifWalk(const RecordLists& bestMatches, std::vector<int> motifs)
 }
 
 void keepDistances(InputRankings& rankings) {
-    // Pairs without a record lie farther apart than any that has one, in the table across files by one more.
+    // Pairs without a record are farther apart than any pair with one; in the table across files, by one more.
     maxSumScoreCompare = std::max(maxSumScoreCompare, rankings.largestCombinedScore);
     distanceMatrix = std::move(rankings.local.distances);
     distanceMatrix.unmatched = std::ceil(maxSumScoreCompare + 2);

@@ -16,8 +16,8 @@ void prepareDistances(DistanceTable& table, const std::vector<data>& motifs) {
     table.lowestScores.assign(pairsOf(motifs.size()), noScore);
 }
 
-/// Lowers the cells of the motif's pairs to the lowest combinedScore. The threads of both motifs of a pair meet at its
-/// cell; the minimum is the same in any order.
+/// Lowers the cells of the motif's pairs to the lowest combinedScore. The threads of the two motifs of a pair may be at
+/// its cell at the same time; the minimum does not depend on their order.
 void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const SortKey> keys) {
     for (const SortKey& key : keys) {
         const std::atomic_ref<double> lowest(table.lowestScores[pairCell(motif, key.partner())]);
@@ -27,14 +27,14 @@ void lowerDistances(DistanceTable& table, std::size_t motif, std::span<const Sor
     }
 }
 
-/// What a thread works with.
+/// The buffers of one thread.
 struct RankingScratch {
     RecordScratch records;
     std::vector<SortKey> globalKeys;
     std::vector<std::uint32_t> seen;
 };
 
-/// Ranks one motif after the other, each into its own places of the rankings.
+/// Ranks motifs, each into its own places in the rankings, so several threads may do it at once.
 class MotifRanker {
   public:
     MotifRanker(const RecordSource& source, const RankingSettings& settings) : source_(source), settings_(settings) {}
@@ -74,7 +74,7 @@ InputRankings rankInput(const RecordSource& source, const std::vector<data>& mot
             for (const SortKey& key : keys) largest[motif] = std::max(largest[motif], key.score());
         }
         if (settings.isGlobalAsked) {
-            // Before the local ranking, which changes the order of the keys.
+            // This comes before the local ranking, which changes the order of the keys.
             scratch.globalKeys.clear();
             std::copy_if(keys.begin(), keys.end(), std::back_inserter(scratch.globalKeys),
                          [&](const SortKey& key) { return datasetNums[key.partner()] != datasetNums[motif]; });

@@ -14,9 +14,9 @@ namespace varnolix {
 
 /// One of the two rankings.
 struct InputRanking {
-    RecordLists bestMatches;  ///< element m - 1 belongs to motif m, empty lists among them
+    RecordLists bestMatches;  ///< element m - 1 belongs to motif m and may be empty
     std::vector<commonBestMatches> ranking;
-    DistanceTable distances;  ///< filled where its tree is asked for
+    DistanceTable distances;  ///< filled if its tree is asked for
 };
 
 struct RankingSettings {
@@ -29,10 +29,10 @@ struct RankingSettings {
 struct InputRankings {
     InputRanking local;
     InputRanking global;
-    double largestCombinedScore = 0.0;  ///< over all records; known where a tree is asked for
+    double largestCombinedScore = 0.0;  ///< over all records; 0 unless a tree is asked for
 };
 
-/// Selects and ranks, the motifs shared out among the threads.
+/// Selects the best matches and ranks the motifs. The threads share the work.
 /// @param source gives the records of each motif that store it first
 InputRankings rankInput(const RecordSource& source, const std::vector<data>& motifs, const RankingSettings& settings);
 

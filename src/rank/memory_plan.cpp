@@ -26,7 +26,8 @@ std::vector<data> sample(std::span<const data> motifs) {
     return chosen;
 }
 
-/// All alignments of the pair: what the plain form would score is not worth scoring for an estimate.
+/// The number of all alignments of the pair. It stands for those at or above the cutoff in pairs for the plain form,
+/// which would take too long to score for an estimate.
 double mostAlignments(const data& left, const data& right, int leastOverlap) {
     const PairLengths lengths{static_cast<int>(left.matrix.size()), static_cast<int>(right.matrix.size())};
     return std::max(0, mostShift(lengths, leastOverlap) - leastShift(lengths, leastOverlap) + 1);
@@ -49,7 +50,7 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
     double alignments = 0;
     double sampledPairs = 0;
     for (std::size_t left = 0; left < someLefts.size(); ++left) {
-        // Within one list a motif is not compared with itself, nor a pair twice.
+        // Within one list, no motif is compared with itself, and no pair is compared twice.
         for (std::size_t right = isOneList ? left + 1 : 0; right < someRights.size(); ++right) {
             ++sampledPairs;
             if (limits.suitKernel() && kernelLefts.isExact(left) && kernelRights.isExact(right)) {
@@ -67,7 +68,7 @@ double estimatedAlignments(std::span<const data> lefts, std::span<const data> ri
 }
 
 std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes) {
-    // Pairs grow with the square of the motifs.
+    // The number of pairs grows with the square of the number of motifs.
     const double needed = alignments * sizeof(ScoredShift);
     const auto blocks = static_cast<std::size_t>(needed <= bytes ? 1 : std::ceil(std::sqrt(needed / bytes)));
     return std::max<std::size_t>(1, (motifs + blocks - 1) / blocks);
@@ -80,7 +81,7 @@ std::size_t motifsPerBlockAgainst(std::size_t motifs, double alignments, double 
 }
 
 double surelyNeededBytes() {
-    // Both strands, each column with its levels, these once more in the groups.
+    // For both strands: each column, its levels, and the pair of levels in the groups.
     constexpr double perColumn = 2 * (sizeof(KernelColumn) + 3 * sizeof(KernelLevels));
     double columns = 0;
     for (const data& motif : Datasets) {

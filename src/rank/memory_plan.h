@@ -6,32 +6,33 @@
 #include "run/shared_records.h"
 #include "scan/alignment_limits.h"
 
-// How many motifs a scan takes at a time, so that their alignments fit the memory, and what surely does not fit. This
-// is the only place where the size of a block is decided.
+// Decides how many motifs a scan takes at a time (the size of a block), so that their alignments fit into memory, and
+// refuses runs that certainly do not fit. No other place decides the size of a block.
 
 namespace varnolix {
 
-/// Estimate of the alignments of all pairs of two lists of motifs that reach the cutoff, from the pairs of some motifs
+/// Estimates how many alignments of the pairs of two lists of motifs reach the cutoff, from the pairs of some motifs
 /// spread over both lists.
-/// @param isOneList whether lefts and rights are one list, whose pairs count once
+/// @param isOneList whether lefts and rights are the same list, whose pairs count only once
 double estimatedAlignments(std::span<const data> lefts, std::span<const data> rights, bool isOneList,
                            const AlignmentLimits& limits);
 
 /// The share of the memory that scored alignments may take.
 inline constexpr double alignmentShare = 1.0 / 16;
 
-/// How many motifs of a list one block has, so that the alignments among them fit the bytes. Blocks are of equal size.
-/// @param alignments estimate of the alignments of all pairs of the list
+/// The number of motifs in a block of a list, so that the alignments within a block fit into this many bytes. Blocks
+/// are of equal size, except for the last.
+/// @param alignments estimated number of alignments of all pairs of the list
 std::size_t motifsPerBlock(std::size_t motifs, double alignments, double bytes);
 
-/// The same for motifs with all of another list.
+/// The same for motifs that are compared with all motifs of another list.
 std::size_t motifsPerBlockAgainst(std::size_t motifs, double alignments, double bytes);
 
-/// Bytes that a run of these input motifs and answers surely takes beside the motifs: their copies for the scan, and
-/// the tables of the trees.
+/// The bytes that a run with these input motifs and answers certainly needs besides the motifs: their copies for the
+/// scan, and the tables of the trees.
 double surelyNeededBytes();
 
-/// Ends the run, in words, if so many bytes are more than what is left of the memory.
+/// Ends the run with a message if there is less memory left than this many bytes.
 void requireRoom(double bytes);
 
 /// Sets heldMotifs for the scan of the input motifs.

@@ -10,7 +10,7 @@ namespace varnolix {
 
 namespace {
 
-/// What both sources share: the records, and what they need of the motifs.
+/// What both sources share: the records, and what these need to know about the motifs.
 struct ListedRecords {
     PairRecords& records;
     std::vector<ListedMotif> motifs;
@@ -64,8 +64,8 @@ class InputRecords {
         return std::clamp<std::size_t>(blockSize / (runsPerThread * threads), 1, mostInRun);
     }
 
-    /// All alignments of a motif of the block: those with motifs before the block, with earlier and with later motifs
-    /// of the block, and with motifs behind it.
+    /// Puts together all alignments of a motif of the block: with the motifs before the block, with the earlier and the
+    /// later motifs of the block, and with the motifs after it.
     void gather(std::size_t motif, RecordScratch& scratch) const {
         const PairRecords& records = listed_.records;
         const std::size_t first = records.first;
@@ -94,7 +94,7 @@ class InputRecords {
     std::vector<std::size_t> filled_;  // places of the rows of the block that are not empty
 };
 
-/// The records against a collection: a row has all alignments of its motif.
+/// The records against a collection. Each row already has all alignments of its motif.
 class CollectionRecords {
   public:
     explicit CollectionRecords(PairRecords& pairs) : listed_(pairs) {}

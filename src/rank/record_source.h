@@ -13,32 +13,31 @@
 // Where the ranking gets the records of a motif from: first their keys, in the order in which the scans list the
 // records, and then the few records that it keeps. A record that is not kept is never made.
 //
-// When the ranking comes to a motif, the alignments of the motif with all others are put together, and its bounds and
-// keys follow from them, so nothing is needed from other motifs. Pairs within a block of motifs are scored once, by the
-// scans or when the ranking comes to the block. Pairs of motifs of different blocks are scored twice, once for each
-// motif. Tested by record_source_test.cpp.
+// When the ranking comes to a motif, all alignments of the motif are put together. Its bounds and keys follow from
+// these alone. Pairs within a block of motifs are scored once, by the scans or when the ranking comes to the block.
+// Pairs of motifs of different blocks are scored twice, once for each motif. Tested by record_source_test.cpp.
 
 namespace varnolix {
 
 /// Buffers of one thread for the current motif.
 struct RecordScratch {
     std::size_t motif = 0;                ///< place of the motif that the following belong to
-    std::span<const ScoredShift> shifts;  ///< its alignments, by partner and shift
-    std::span<SortKey> keys;              ///< one for each record; may be put into another order
+    std::span<const ScoredShift> shifts;  ///< its alignments, ordered by partner and shift
+    std::span<SortKey> keys;              ///< one for each record; the user may reorder them
 
-    std::vector<ScoredShift> gathered;  ///< memory of `shifts`, where they had to be put together
+    std::vector<ScoredShift> gathered;  ///< memory of `shifts`, if they had to be put together
     KeyBuffers buffers;                 ///< memory of `keys`
     KernelScratch kernel;
     std::size_t firstOfRun = static_cast<std::size_t>(-1);  ///< the run of motifs that `earlier` belongs to
     ShiftRows earlier;  ///< for each motif of the run, its alignments with the motifs before it in the block
 };
 
-/// Gives the records of motifs, named by their places in Datasets. Several threads may use it at once, each with a
-/// scratch of its own.
+/// Gives the records of motifs, named by their places in Datasets. Several threads may use it at once, each with its
+/// own scratch.
 struct RecordSource {
     std::size_t blockSize;  ///< motifs that are prepared together, from a multiple of this number to the next
-    std::size_t runSize;    ///< motifs of a block that one thread should take one after the other, counted likewise
-    /// To be called before the keys of a block are listed. The work is shared out among the threads.
+    std::size_t runSize;    ///< motifs of a block that one thread should take in a row, counted in the same way
+    /// Must be called before the keys of a block are listed. Uses all threads.
     std::function<void(std::size_t first)> prepareBlock;
     /// Fills the scratch for a motif of the block.
     std::function<void(std::size_t motif, RecordScratch& scratch)> listKeys;
@@ -52,8 +51,8 @@ RecordSource inputRecords(PairRecords& records);
 /// The records of each motif with the reference motifs, whichever of the two they store first.
 RecordSource collectionRecords(PairRecords& records);
 
-/// Lists the keys of every motif and calls use(scratch) for it, the motifs shared out among the threads. A Scratch
-/// belongs to one thread and has its RecordScratch as `records`.
+/// Lists the keys of every motif, and then calls use(scratch) for it. The threads share the motifs. Each thread has a
+/// Scratch of its own, whose member `records` is a RecordScratch.
 template <class Scratch, class Use>
 void forEachMotif(const RecordSource& source, std::size_t motifs, Use use) {
     const auto runSize = static_cast<int>(source.runSize);

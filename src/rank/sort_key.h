@@ -6,8 +6,9 @@
 #include "run/system/run_limits.h"
 #include "scan/region_rule.h"
 
-// The order of a motif's records: by combinedScore, equal ones by their place in the list of the scans. It is total, so
-// it depends on no sorting algorithm, no library and no number of threads. Tested by sort_key_test.cpp.
+// The order of a motif's records: by combinedScore, and records of equal combinedScore by their place in the list that
+// the scans make. This order is total, so the result depends neither on the sorting algorithm or the library nor on the
+// number of threads. Tested by sort_key_test.cpp.
 
 namespace varnolix {
 
@@ -16,20 +17,21 @@ struct RecordPlace {
     Direction direction;
     std::uint32_t partner;    ///< place of the other motif in its list
     Sliding sliding;          ///< left: the motif itself slides, and is stored first
-    std::uint32_t alignment;  ///< place among the alignments of the motif, by partner and shift
+    std::uint32_t alignment;  ///< place among the alignments of the motif, ordered by partner and shift
 
     bool operator==(const RecordPlace&) const = default;
 };
 
-/// The sort key of a record and its place, packed into one number that grows in the order in which the scans list
-/// records: forward ones before backward ones, partners as read, the first region before the second, ascending offset.
+/// The combinedScore of a record, and its place, packed into one number that grows in the order in which the scans list
+/// records: forward records before backward ones, partners as they were read, the first region before the second, by
+/// ascending offset.
 class SortKey {
   public:
     static constexpr unsigned partnerBits = 28;
     static_assert(mostMotifs <= std::size_t{1} << partnerBits);
 
     SortKey() = default;
-    /// The place must fit its bits.
+    /// Each part of the place must fit its bits.
     SortKey(double score, const RecordPlace& place) : score_(score), place_(packed(place)) {}
 
     double score() const { return score_; }
@@ -42,7 +44,8 @@ class SortKey {
                 inOffsetOrder(direction, sliding, static_cast<std::uint32_t>(place_ & alignmentField))};
     }
 
-    /// Whether the left record is more significant, or equally so and listed earlier. Without a branch on the scores.
+    /// Whether the left record is more significant, or equally significant and listed earlier. There is no branch on
+    /// the scores.
     friend bool operator<(const SortKey& left, const SortKey& right) {
         const bool isLower = left.score_ < right.score_;
         const bool isEqual = left.score_ == right.score_;
@@ -57,8 +60,8 @@ class SortKey {
     static constexpr std::uint32_t partnerField = (std::uint32_t{1} << partnerBits) - 1;
     static_assert(directionShift < 64);
 
-    /// Alignments are placed by ascending shift; where offsets descend with it, the places are turned round. Doing this
-    /// twice gives the place back.
+    /// Alignments are numbered by ascending shift. Where offsets descend as shifts ascend, the numbers are reversed.
+    /// Reversing a number twice gives it back.
     static constexpr std::uint32_t inOffsetOrder(Direction direction, Sliding sliding, std::uint32_t alignment) {
         return offsetsAscend(direction, sliding) ? alignment : alignmentField - alignment;
     }

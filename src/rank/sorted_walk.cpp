@@ -10,10 +10,10 @@ namespace {
 
 constexpr std::size_t sampleSize = 128;
 
-/// Shorter lists are sorted at once.
+/// Shorter lists are sorted as a whole.
 constexpr std::size_t leastPartitioned = 2 * sampleSize;
 
-/// The key that has `rank` lower ones in a sample spread evenly over the keys.
+/// Of a sample spread evenly over the keys, the key with `rank` lower ones.
 SortKey sampledKey(std::span<const SortKey> keys, std::size_t rank) {
     std::array<SortKey, sampleSize> sample;
     for (std::size_t k = 0; k < sampleSize; ++k) sample[k] = keys[k * keys.size() / sampleSize];

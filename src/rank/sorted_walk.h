@@ -4,17 +4,17 @@
 
 #include "rank/sort_key.h"
 
-// Walks the keys of a motif from the most significant record on. A walk seldom goes far, so it sorts no further than it
-// is read: a low pivot, estimated from a sample, moves a small share of the keys to the front, and these are sorted. If
-// the walk gets past them, the next share is four times as large, and the one behind the third is all that is left. So
-// a short walk costs little more than one comparison a key, and the longest one a few comparisons more than sorting.
-// Tested by sorted_walk_test.cpp.
+// Visits the keys of a motif in order, the most significant record first. A walk seldom goes far, so it sorts no more
+// keys than it must: it moves a small share of them to the front, those below a pivot estimated from a sample, and
+// sorts only these. If the walk gets past them, the next share is four times as large, and after the third share all
+// the rest is sorted. So a short walk costs little more than one comparison per key, and a complete walk costs a few
+// comparisons more than sorting. Tested by sorted_walk_test.cpp.
 
 namespace varnolix {
 
 class SortedWalk {
   public:
-    /// Sorts within `keys`, which must outlive the walk. No score may be not-a-number.
+    /// Reorders `keys`, which must outlive the walk. No score may be NaN.
     explicit SortedWalk(std::span<SortKey> keys) : keys_(keys) {}
 
     bool atEnd() const { return next_ == keys_.size(); }

@@ -2,11 +2,11 @@
 
 #include <cstddef>
 
-// On its own, as the tests link the program with another answer.
+// In a file of its own, as the tests link the program with another version of it.
 
 namespace varnolix {
 
-/// Bytes that the plan of memory shares out: all that this process may have.
+/// The bytes that the memory plan can share out: all that this process may use.
 std::size_t usableMemory();
 
 }  // namespace varnolix
