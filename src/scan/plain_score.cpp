@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "scan/kernel/kernel_motifs.h"
 #include "scan/region_rule.h"
 
 namespace varnolix {
@@ -40,13 +41,6 @@ constexpr bool hasExtendedPrecision = std::numeric_limits<long double>::digits >
 
 double roughMargin(int columns) {
     return (columns + 4) * 0x1p-50;
-}
-
-bool liesWithinUnit(const Matrix& matrix) {
-    return std::all_of(matrix.begin(), matrix.end(), [](const Column& column) {
-        // Written so that a value that is not a number fails.
-        return std::all_of(column.begin(), column.end(), [](double value) { return value >= 0.0 && value <= 1.0; });
-    });
 }
 
 bool lieWithinUnit(const Strands& strands) {

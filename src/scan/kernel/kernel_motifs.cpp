@@ -9,16 +9,9 @@ namespace varnolix {
 
 namespace {
 
-bool lieWithinUnit(const Matrix& matrix) {
-    return std::all_of(matrix.begin(), matrix.end(), [](const Column& column) {
-        // Written so that a value that is not a number fails.
-        return std::all_of(column.begin(), column.end(), [](double value) { return value >= 0.0 && value <= 1.0; });
-    });
-}
-
 bool canBeExact(const std::array<const Matrix*, 2>& strands) {
     return kernel::hasExtendedPrecision && strands[0]->size() <= mostKernelColumns &&
-           strands[0]->size() == strands[1]->size() && lieWithinUnit(*strands[0]) && lieWithinUnit(*strands[1]);
+           strands[0]->size() == strands[1]->size() && liesWithinUnit(*strands[0]) && liesWithinUnit(*strands[1]);
 }
 
 KernelLevels levelsOf(const Column& column) {
@@ -29,6 +22,12 @@ KernelLevels levelsOf(const Column& column) {
 }
 
 }  // namespace
+
+bool liesWithinUnit(const Matrix& matrix) {
+    return std::all_of(matrix.begin(), matrix.end(), [](const Column& column) {
+        return std::all_of(column.begin(), column.end(), [](double value) { return value >= 0.0 && value <= 1.0; });
+    });
+}
 
 KernelMotifs::KernelMotifs(std::span<const data> motifs) {
     std::vector<Strands> strands;

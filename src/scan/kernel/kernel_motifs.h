@@ -48,6 +48,9 @@ struct KernelGroup {
     std::size_t firstPairs;
 };
 
+/// Whether all values are within [0, 1]. A value that is not a number is not.
+bool liesWithinUnit(const Matrix& matrix);
+
 /// Motifs prepared for the kernel. It has copies of their values, so the originals need not outlive it.
 class KernelMotifs {
   public:
