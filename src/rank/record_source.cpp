@@ -68,11 +68,11 @@ class InputRecords {
     /// later motifs of the block, and with the motifs after it.
     void gather(std::size_t motif, RecordScratch& scratch) const {
         const PairRecords& records = listed_.records;
-        const std::size_t first = records.first;
-        const std::size_t last = first + records.rows.size();
-        const std::size_t firstOfRun = motif - (motif - first) % runSize_;
+        const std::size_t firstOfBlock = records.first;
+        const std::size_t endOfBlock = firstOfBlock + records.rows.size();
+        const std::size_t firstOfRun = motif - (motif - firstOfBlock) % runSize_;
         if (scratch.firstOfRun != firstOfRun) {
-            gatherEarlier(records.rows, filled_, first, firstOfRun, std::min(last, firstOfRun + runSize_),
+            gatherEarlier(records.rows, filled_, firstOfBlock, firstOfRun, std::min(endOfBlock, firstOfRun + runSize_),
                           scratch.earlier);
             scratch.firstOfRun = firstOfRun;
         }
@@ -81,10 +81,11 @@ class InputRecords {
             shifts.insert(shifts.end(), more.begin(), more.end());
         };
         shifts.clear();
-        records.scan->scanPartners(motif, 0, first, OuterMotif::right, shifts, scratch.kernel);
+        records.scan->scanPartners(motif, 0, firstOfBlock, OuterMotif::right, shifts, scratch.kernel);
         append(scratch.earlier[motif - firstOfRun]);
         append(listed_.rowOf(motif));
-        records.scan->scanPartners(motif, last, listed_.partners.size(), OuterMotif::left, shifts, scratch.kernel);
+        records.scan->scanPartners(motif, endOfBlock, listed_.partners.size(), OuterMotif::left, shifts,
+                                   scratch.kernel);
         scratch.motif = motif;
         scratch.shifts = shifts;
     }

@@ -47,9 +47,10 @@ class SortKey {
     /// Whether the left record is more significant, or equally significant and listed earlier. There is no branch on
     /// the scores.
     friend bool operator<(const SortKey& left, const SortKey& right) {
-        const bool isLower = left.score_ < right.score_;
-        const bool isEqual = left.score_ == right.score_;
-        return isLower | (isEqual & (left.place_ < right.place_));
+        const int isLower = static_cast<int>(left.score_ < right.score_);
+        const int isEqual = static_cast<int>(left.score_ == right.score_);
+        const int isEarlier = static_cast<int>(left.place_ < right.place_);
+        return (isLower | (isEqual & isEarlier)) != 0;
     }
 
   private:
@@ -67,9 +68,9 @@ class SortKey {
     }
 
     static constexpr std::uint64_t packed(const RecordPlace& place) {
-        return std::uint64_t{place.direction == Direction::backward} << directionShift |
-               std::uint64_t{place.partner} << partnerShift |
-               std::uint64_t{place.sliding == Sliding::right} << slidingShift |
+        const std::uint64_t direction = place.direction == Direction::backward ? 1 : 0;
+        const std::uint64_t sliding = place.sliding == Sliding::right ? 1 : 0;
+        return direction << directionShift | std::uint64_t{place.partner} << partnerShift | sliding << slidingShift |
                inOffsetOrder(place.direction, place.sliding, place.alignment);
     }
 

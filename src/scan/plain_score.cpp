@@ -54,9 +54,9 @@ struct Facing {
 };
 
 /// The four orientations, in their order.
-std::array<Facing, 4> facings(const Strands& left, const Strands& right) {
-    return {Facing{left.original, right.original}, Facing{left.original, right.reversed},
-            Facing{left.reversed, right.original}, Facing{left.reversed, right.reversed}};
+std::array<Facing, 4> facings(const Strands& first, const Strands& second) {
+    return {Facing{first.original, second.original}, Facing{first.original, second.reversed},
+            Facing{first.reversed, second.original}, Facing{first.reversed, second.reversed}};
 }
 
 double roughMean(const Facing& facing, int shift, int columns) {

@@ -53,8 +53,8 @@ static_assert(kernel::Candidates::capacity <= std::numeric_limits<std::uint16_t>
 
 KernelScratch::KernelScratch() = default;
 KernelScratch::~KernelScratch() = default;
-KernelScratch::KernelScratch(KernelScratch&&) noexcept = default;
-KernelScratch& KernelScratch::operator=(KernelScratch&&) noexcept = default;
+KernelScratch::KernelScratch(KernelScratch&& other) noexcept = default;
+KernelScratch& KernelScratch::operator=(KernelScratch&& other) noexcept = default;
 
 KernelScratch::Buffers& KernelScratch::buffers() {
     if (!buffers_) buffers_ = std::make_unique_for_overwrite<Buffers>();
@@ -64,7 +64,6 @@ KernelScratch::Buffers& KernelScratch::buffers() {
 namespace {
 
 using kernel::bitsPerRival;
-using kernel::Candidates;
 using kernel::isBetter;
 using kernel::LeftMotif;
 using kernel::meanScore;

@@ -32,8 +32,8 @@ class KernelScratch {
 
     KernelScratch();
     ~KernelScratch();
-    KernelScratch(KernelScratch&&) noexcept;
-    KernelScratch& operator=(KernelScratch&&) noexcept;
+    KernelScratch(KernelScratch&& other) noexcept;
+    KernelScratch& operator=(KernelScratch&& other) noexcept;
 
     Buffers& buffers();
 
