@@ -4,9 +4,9 @@
 
 namespace varnolix {
 
-/// Scores all pairs of input motifs and stores the forward records of what reaches the cutoff.
+/// Scores all pairs of input motifs and keeps the alignments that reach the cutoff, as forward records.
 void forwardScan();
-/// Stores the backward records of the same pairs.
+/// Adds the backward records of the same alignments.
 void backwardScan();
 /// Finds the best score and the longest overlap of each input motif.
 void getMaxScores();

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void backwardScanDatabaseGlobal() {
-    // The backward scan meets the same alignments as the forward one, so nothing is scored again.
+    // The backward scan finds the same alignments as the forward scan, so nothing is scored again.
     DatasetsCombinedScoreDatabaseGlobalLists.isBackwardScanned = true;
 }
 
