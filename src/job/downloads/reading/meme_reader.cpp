@@ -52,7 +52,7 @@ void close(Report& report, Download& found) {
             reason = report.hasLogOdds ? "no letter-probability matrix, only log-odds" : "no letter-probability matrix";
         }
         if (reason.empty() && report.width && *report.width != std::to_string(motif.columns.size())) {
-            reason = std::to_string(motif.columns.size()) + " rows, but w= " + *report.width;
+            reason = std::to_string(motif.columns.size()) + " rows, but w= " + shown(*report.width);
         }
         takeOrRefuse(found, std::move(motif), std::move(reason));
     }
@@ -96,7 +96,7 @@ void readMatrixLine(const TextLine& line, Report& report, Download& found) {
     if (const auto count = statedValue(line.text, "nsites")) report.motif->siteCount = *count;
     const auto letters = statedValue(line.text, "alength");
     if (letters && *letters != "4" && report.reason.empty()) {
-        report.reason = "an alphabet of " + *letters + " letters, not A, C, G and T";
+        report.reason = "an alphabet of " + shown(*letters) + " letters, not A, C, G and T";
     }
 }
 
@@ -122,16 +122,20 @@ bool isNucleotideAlphabet(std::string letters) {
     return letters == "ACGT" || letters == "ACGU";
 }
 
+std::string otherAlphabet(std::string_view line) {
+    return "the alphabet is not ACGT: \"" + shown(line) + '"';
+}
+
 /// "ALPHABET= ACGT", or the begin of a definition that ends with "END ALPHABET".
 void readAlphabetLine(std::string_view line, Report& report) {
     const std::size_t equals = line.find('=');
     if (equals != std::string_view::npos) {
         const std::string_view letters = trimmed(line.substr(equals + 1));
-        if (letters != "ACGT" && letters != "ACGU") report.alphabet = "the alphabet is not ACGT: " + std::string(line);
+        if (letters != "ACGT" && letters != "ACGU") report.alphabet = otherAlphabet(line);
         return;
     }
     if (lowered(line).find("protein") != std::string::npos) {
-        report.alphabet = "the alphabet is not ACGT: " + std::string(line);
+        report.alphabet = otherAlphabet(line);
     }
     report.isInAlphabet = true;
     report.coreLetters.clear();
@@ -143,7 +147,7 @@ void readAlphabetLetters(std::string_view line, Report& report) {
     if (line.starts_with("END ALPHABET")) {
         report.isInAlphabet = false;
         if (!report.coreLetters.empty() && !isNucleotideAlphabet(report.coreLetters) && report.alphabet.empty()) {
-            report.alphabet = "the alphabet is not ACGT: " + report.coreLetters;
+            report.alphabet = otherAlphabet(report.coreLetters);
         }
         return;
     }

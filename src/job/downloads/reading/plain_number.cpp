@@ -11,8 +11,6 @@ namespace {
 
 /// The most digits before or behind the point of a number that an exponent makes. More cannot be a count or frequency.
 constexpr long mostDigits = 300;
-/// As much of a wrong token as a message shows.
-constexpr std::size_t mostShown = 40;
 
 bool isDigit(char character) {
     return character >= '0' && character <= '9';
@@ -98,10 +96,6 @@ std::string withoutExponent(const NumberParts& parts) {
     digits.erase(at);
     digits.erase(0, std::min(digits.find_first_not_of('0'), at - 1));
     return fraction.empty() ? digits : digits + "." + fraction;
-}
-
-std::string shown(std::string_view token) {
-    return token.size() <= mostShown ? std::string(token) : std::string(token.substr(0, mostShown)) + "...";
 }
 
 }  // namespace

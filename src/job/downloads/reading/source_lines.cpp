@@ -82,6 +82,14 @@ bool isComment(std::string_view line) {
     return line.starts_with('#');
 }
 
+std::string shown(std::string_view text) {
+    constexpr std::size_t most = 40;
+    if (text.size() <= most) return std::string(text);
+    std::size_t size = most;
+    while (size > 0 && isContinuation(text[size])) --size;
+    return std::string(text.substr(0, size)) + "...";
+}
+
 std::string lowered(std::string_view text) {
     std::string lower(text);
     for (char& letter : lower) letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));

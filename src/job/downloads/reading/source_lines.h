@@ -29,6 +29,9 @@ std::string_view trimmed(std::string_view text, std::string_view characters = " 
 /// Whether the line is a comment, which the layouts that allow them mark with "#".
 bool isComment(std::string_view line);
 
+/// As much of the text as a message shows.
+std::string shown(std::string_view text);
+
 std::string lowered(std::string_view text);
 
 /// The words from the one at `first` on, joined.

@@ -83,7 +83,7 @@ void readHead(const Row& words, Entry& entry) {
         entry.order = *order;
     } else if (letters.size() == baseCount && std::all_of(letters.begin(), letters.end(),
                                                           [](std::string_view letter) { return letter.size() == 1; })) {
-        entry.reason = "positions of " + joinedWords(words, 1) + ", not of A, C, G and T";
+        entry.reason = "positions of " + shown(joinedWords(words, 1)) + ", not of A, C, G and T";
     }
 }
 
