@@ -4,6 +4,7 @@ A job is a folder with `answers.txt` (@ROOT@ stands for the working directory, @
 `tree/` (the working directory before the run) and, where wanted, `folders` (the empty folders to make, one a
 line, instead of `result`) and `environment` (lines NAME=VALUE, read by the stand-ins of the outside tools).
 """
+import itertools
 import os
 import re
 import resource
@@ -12,7 +13,7 @@ import signal
 import subprocess
 import time
 
-MACHINE_THREADS = "8"           # what the OpenMP runtime takes the machine to have
+MACHINE_THREADS = 8             # what the OpenMP runtime takes the machine to have; more where a run asks for more
 FILE_LIMIT = 16 << 20           # bytes of one file: the dialogue repeats for ever at the end of its input
 KEPT_OF_ENDLESS = 1 << 14       # bytes kept of each file of a run that had to be stopped
 
@@ -22,40 +23,61 @@ RUN_TIME = re.compile(rb"(Runtime: )(\S+)( seconds)")
 CONSOLE_RUN_TIME = re.compile(rb"Runtime: (\S+) seconds\.\n\Z")
 RUN_TIME_MARK = re.compile(rb"(?<=Runtime: )(GENERAL|SIX_DECIMALS|EITHER)(?= seconds)")
 
-# Stand-ins of the outside tools. All add to one list of calls, so that the order among them shows too.
+# Stand-ins of the outside tools. All add to one list of calls, so that the order among them shows too. Each adds its
+# record at once, as calls may overlap: first a line of a tab and the file it has as standard input, which ordered_calls
+# takes away again, then the call, then what was read, each line behind four blanks. STAND_IN_SHAKE has them wait for
+# random times of up to 0.1 seconds.
 RECORD = r"""#!/bin/sh
+own="$STAND_IN_CALLS.$$"
+shake() { [ -z "$STAND_IN_SHAKE" ] || sleep "0.0$(od -An -N1 -tu1 /dev/urandom | tr -d ' ')"; }
 record() {
-    printf '%s' "$1" >> "$STAND_IN_CALLS"; shift
-    for argument in "$@"; do printf ' [%s]' "$argument" >> "$STAND_IN_CALLS"; done
-    printf '\n' >> "$STAND_IN_CALLS"
+    printf '\t%s\n%s' "$(readlink /proc/$$/fd/0)" "$1" > "$own"; shift
+    for argument in "$@"; do printf ' [%s]' "$argument" >> "$own"; done
+    printf '\n' >> "$own"
 }
-record_lines() { sed 's/^/    /' "$1" >> "$STAND_IN_CALLS"; }
+record_lines() { sed 's/^/    /' "$1" >> "$own"; }
+add_record() { cat "$own" >> "$STAND_IN_CALLS"; rm "$own"; }
+shake
 """
 WEBLOGO = RECORD + r"""
 record weblogo "$@"
-matrix="$STAND_IN_CALLS.matrix"
+matrix="$own.matrix"
 cat > "$matrix"
 record_lines "$matrix"
+add_record
+shake
 [ -n "$STAND_IN_FAILS" ] && exit 1
 printf 'logo\n'
 cat "$matrix"
+rm "$matrix"
 """
 PHP5 = RECORD + r"""
+page="${1%.php}.html"
 record php5 "$@"
 record_lines "$1"
+[ -n "$STAND_IN_FAILS" ] || [ -f "$page" ] || printf '    no page\n' >> "$own"
+add_record
+shake
 [ -n "$STAND_IN_FAILS" ] && exit 1
-page="${1%.php}.html"
-[ -f "$page" ] || printf '    no page\n' >> "$STAND_IN_CALLS"
 [ -n "$STAND_IN_PDF" ] && { printf '%%PDF-1.4\n'; cat "$page"; printf '%%%%EOF\n'; } > "${page%.html}.pdf"
 exit 0
 """
 RSCRIPT = RECORD + r"""
 record Rscript "$@"
 record_lines "$1"
+add_record
 [ -n "$STAND_IN_FAILS" ] && exit 1
 image=$(sed -n "s/^png('\(.*\)', width.*/\1/p" "$1" | sed "s/\\\\\(.\)/\1/g")
 printf 'tree\n' > "$image"
 """
+
+# One record of the list: the file on standard input, then tool and arguments, then the lines that it read.
+CALL = re.compile(rb"\t(.*)\n((\w+) .*\n(?:    .*\n)*)")
+LOGO_INPUT = re.compile(rb"_([MD])(\d+)\.txt\Z")
+CONVERTED_SCRIPT = re.compile(rb"\Aphp5 \[.*/J_[\d-]+_\d+_(\w+)\.php\]\n")
+CONVERTED_IN_ORDER = (b"HTML_Global_Matching_Results", b"HTML_Results_Database_Matching_Global_Matching",
+                      b"HTML_Results", b"HTML_Results_Database_Matching", b"Global_Matching_Phylogenetic_Tree",
+                      b"Phylogenetic_Tree")
 
 
 def read(path):
@@ -130,7 +152,7 @@ def confine():
     resource.setrlimit(resource.RLIMIT_FSIZE, (FILE_LIMIT, FILE_LIMIT))
 
 
-def lay_out(job, place, threads):
+def lay_out(job, place, threads, may_overlap):
     """Copy the job below place, with stand-ins of the outside tools; the working directory comes back."""
     root = os.path.join(place, "job")
     shutil.copytree(os.path.join(job, "tree"), root)
@@ -138,6 +160,10 @@ def lay_out(job, place, threads):
         os.makedirs(os.path.join(root, folder))
     for folder in [here for here, _, files in os.walk(root) if files]:
         write(os.path.join(folder, "weblogo-3.4", "weblogo"), WEBLOGO.encode(), 0o755)
+        if may_overlap:
+            write(os.path.join(folder, "weblogo-3.4", "calls-may-overlap"), b"")
+    if may_overlap:
+        write(os.path.join(root, "prince-calls-may-overlap"), b"")
     write(os.path.join(place, "bin", "php5"), PHP5.encode(), 0o755)
     write(os.path.join(place, "bin", "Rscript"), RSCRIPT.encode(), 0o755)
     answers = read(os.path.join(job, "answers.txt"))
@@ -146,11 +172,11 @@ def lay_out(job, place, threads):
     return root
 
 
-def environment(job, place, extra):
+def environment(job, place, threads, extra):
     kept = {name: value for name, value in os.environ.items() if not name.startswith(("OMP_", "GOMP_", "LC_"))}
     kept.update(PATH=os.path.join(place, "bin") + os.pathsep + kept.get("PATH", os.defpath), LC_ALL="C", TZ="UTC",
-                STAND_IN_CALLS=os.path.join(place, "calls"), OMP_NUM_THREADS=MACHINE_THREADS,
-                OMP_WAIT_POLICY="passive", **extra)
+                STAND_IN_CALLS=os.path.join(place, "calls"), OMP_WAIT_POLICY="passive",
+                OMP_NUM_THREADS=str(max(threads, MACHINE_THREADS)), **extra)
     lines = read_or(os.path.join(job, "environment"), b"").decode().splitlines()
     kept.update(line.split("=", 1) for line in lines)
     return kept
@@ -171,22 +197,56 @@ def start_and_wait(program, root, place, limit, env):
     return "exit %d" % code if code >= 0 else "signal %d" % -code
 
 
-def run_job(program, job, place, threads, limit=20.0, extra=()):
+def place_of_call(source, call):
+    """Where a call that overlaps others of its tool would stand with one thread."""
+    if call.startswith(b"weblogo "):
+        return int(LOGO_INPUT.search(source)[2])
+    return CONVERTED_IN_ORDER.index(CONVERTED_SCRIPT.match(call)[1])
+
+
+def ordered_calls(data, may_overlap):
+    """The list of calls in the order in which they came. Where they may overlap, those for different motifs may come
+    in any order, and so may those for different pages; they are put in the order of one thread. The calls for one
+    motif keep theirs."""
+    found = [match.groups() for match in CALL.finditer(data)]
+    if b"".join(b"\t" + source + b"\n" + call for source, call, _ in found) != data:
+        raise ValueError("a record of the calls is not whole")
+
+    def stage(record):
+        source, _, tool = record
+        return (tool, LOGO_INPUT.search(source)[1]) if tool == b"weblogo" else (tool,)
+
+    ordered = []
+    for (tool, *_), group in itertools.groupby(found, stage):
+        calls = [(source, call) for source, call, _ in group]
+        if may_overlap and tool != b"Rscript":
+            calls.sort(key=lambda call: place_of_call(*call))
+        ordered += [call for _, call in calls]
+    return b"".join(ordered)
+
+
+def run_job(program, job, place, threads, limit=20.0, extra=(), may_overlap=False):
     """Run the job below the folder `place` (made anew): name -> masked content.
+
+    With `may_overlap` the stand-ins tell the program, by the files made for that, that they bear several calls at once.
 
     Names: status, stdout, stderr (where not empty), calls (of the stand-ins), folders (the new ones, a line
     each), and every new, changed or removed file under its path.
     """
     shutil.rmtree(place, ignore_errors=True)
     os.makedirs(place)
-    root = lay_out(job, place, threads)
-    env = environment(job, place, dict(extra))
+    root = lay_out(job, place, threads, may_overlap)
+    env = environment(job, place, threads, dict(extra))
     earlier, begun = snapshot(root), time.time()
     status = start_and_wait(program, root, place, limit, env)
     ended, later = time.time(), snapshot(root)
     left = {"status": status.encode() + b"\n", "stdout": read(os.path.join(place, "stdout"))}
     for name in ("stderr", "calls"):
         left[name] = read_or(os.path.join(place, name), b"")
+    left["calls"] = ordered_calls(left["calls"], may_overlap)
+    if threads > MACHINE_THREADS:
+        left["stdout"] = left["stdout"].replace(b"on your machine is %d." % threads,
+                                                b"on your machine is %d." % MACHINE_THREADS)
     left["folders"] = "".join(sorted(name + "\n" for name in later.keys() - earlier.keys()
                                      if name.endswith("/"))).encode()
     left = {name: data for name, data in left.items() if data}

@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Tests of the golden runner: what it masks, what it must not mask, and that a wrong program fails."""
 import os
+import re
 import subprocess
 import sys
 import tempfile
@@ -56,6 +57,47 @@ class DifferencesTest(unittest.TestCase):
         found = {"status": b"exit 0\n", "a": b"1 \n", "c": b"3\n"}
         self.assertEqual(sorted(jobs.differences(wanted, found)), ["a", "b", "c"])
         self.assertEqual(jobs.differences(wanted, dict(wanted)), [])
+
+
+class CallsTest(unittest.TestCase):
+    """Calls in the order of one thread: the file on standard input, tool and arguments, lines that were read."""
+    M1 = [b"\t/r/J_1_M1.txt\nweblogo [a]\n    PO\n    1\n", b"\t/r/J_1_M1.txt\nweblogo [b]\n    PO\n    1\n"]
+    M2 = [b"\t/r/J_1_M2.txt\nweblogo [a]\n    PO\n    2\n", b"\t/r/J_1_M2.txt\nweblogo [b]\n    PO\n    2\n"]
+    M10 = [b"\t/r/J_1_M10.txt\nweblogo [a]\n", b"\t/r/J_1_M10.txt\nweblogo [b]\n"]
+    D1 = [b"\t/r/J_1_D1.txt\nweblogo [a]\n"]
+    GLOBAL = [b"\t/r/answers\nphp5 [/r/J_2026-01-31_1234_HTML_Global_Matching_Results.php]\n    <?php\n"]
+    FULL = [b"\t/r/answers\nphp5 [/r/J_2026-01-31_1234_HTML_Results.php]\n    <?php\n    ?>\n"]
+    TREE = [b"\t/r/answers\nRscript [/r/Plot_File.R]\n    png()\n"]
+
+    def check(self, wanted, found, may_overlap):
+        plain = re.sub(rb"(?m)^\t.*\n", b"", b"".join(wanted))
+        self.assertEqual(jobs.ordered_calls(b"".join(found), may_overlap), plain)
+
+    def test_every_order_is_kept_where_calls_may_not_overlap(self):
+        for calls in (self.M1 + self.M2, self.M2 + self.M1, self.M1[::-1], self.FULL + self.GLOBAL):
+            self.check(calls, calls, False)
+
+    def test_motifs_may_overlap(self):
+        wanted = self.M1 + self.M2 + self.M10
+        for found in (self.M10 + self.M2 + self.M1, self.M1[:1] + self.M10[:1] + self.M2 + self.M1[1:] + self.M10[1:]):
+            self.check(wanted, found, True)
+
+    def test_calls_for_a_motif_may_not(self):
+        found = self.M2[::-1] + self.M1
+        self.check(self.M1 + self.M2[::-1], found, True)
+
+    def test_pages_may_overlap(self):
+        self.check(self.GLOBAL + self.FULL, self.FULL + self.GLOBAL, True)
+
+    def test_stages_may_not(self):
+        for found in (self.TREE + self.M1, self.D1 + self.M1, self.GLOBAL + self.TREE, self.M2 + self.TREE + self.M1):
+            self.check(found, found, True)
+
+    def test_a_torn_record_is_refused(self):
+        torn = self.M1[0].replace(b"    PO\n", b"    P\t/r/J_1_M2.txt\nweblogo [a]\nO\n")
+        for may_overlap in (False, True):
+            with self.assertRaises(ValueError):
+                jobs.ordered_calls(torn, may_overlap)
 
 
 class RunTest(unittest.TestCase):

@@ -28,6 +28,8 @@ def parse():
     parser.add_argument("binary", nargs="?", help="the program (not with --rewrite)")
     parser.add_argument("cases", nargs="*", metavar="CASE", help="names or patterns of cases (all)")
     parser.add_argument("--threads", default="1,3", metavar="N,N", help="thread counts of the answers (1,3)")
+    parser.add_argument("--shake", action="store_true", help="the stand-ins of the outside tools wait at random")
+    parser.add_argument("--overlap", action="store_true", help="the stand-ins bear several calls at once")
     parser.add_argument("--limit", type=float, default=20.0, metavar="S", help="time limit of one run (20)")
     parser.add_argument("--rewrite", action="store_true", help="write the expected files anew from the twin")
     parser.add_argument("--list", action="store_true", help="print the names of the cases and end")
@@ -47,11 +49,11 @@ def parse():
     return args
 
 
-def run_case(program, group, case, place, threads, limit, extra=()):
+def run_case(program, group, case, place, threads, limit, extra=(), may_overlap=False):
     job = os.path.join(place, "case")
     shutil.rmtree(job, ignore_errors=True)
     group.lay_out(case, job)
-    return jobs.run_job(program, job, os.path.join(place, "run"), threads, limit, extra)
+    return jobs.run_job(program, job, os.path.join(place, "run"), threads, limit, extra, may_overlap)
 
 
 def rewrite(group, place, limit):
@@ -68,7 +70,8 @@ def rewrite(group, place, limit):
 def check(args, case, threads, place):
     """Run one case with one thread count; True when all is as expected."""
     binary, group = os.path.abspath(args.binary), args.groups[case]
-    left = run_case(binary, group, case, place, threads, args.limit)
+    left = run_case(binary, group, case, place, threads, args.limit, {"STAND_IN_SHAKE": "1"} if args.shake else {},
+                    args.overlap)
     wanted = group.expected(case)
     names = jobs.differences(wanted, left)
     print("%s %s, threads %d" % ("FAIL" if names else "pass", case, threads), flush=True)
@@ -77,9 +80,9 @@ def check(args, case, threads, place):
     kept = os.path.join(place, "%s-%d" % (case, threads))
     jobs.keep(os.path.join(kept, "expected"), wanted)
     jobs.keep(os.path.join(kept, "found"), left)
-    print("pins: %s (%s)\n%s\nfiles: %s (expected, found)\nagain: python3 %s %s %s --threads %d\n"
+    print("pins: %s (%s)\n%s\nfiles: %s (expected, found)\nagain: python3 %s %s %s --threads %d%s\n"
           % (group.pins(case), os.path.relpath(group.path), jobs.describe(wanted, left, names), kept,
-             os.path.join(HERE, "run.py"), binary, case, threads))
+             os.path.join(HERE, "run.py"), binary, case, threads, " --shake" * args.shake + " --overlap" * args.overlap))
     return False
 
 
