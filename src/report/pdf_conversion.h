@@ -1,10 +1,33 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <span>
 #include <string>
+#include <vector>
+
+#include "run/system/output_file.h"
+#include "run/system/outside_tool.h"
 
 // PDF files, made of finished pages by Prince through a small PHP script that is written, run and removed.
 
 namespace varnolix {
+
+/// The pages, by their names without the job's identity and without ".html".
+namespace pages {
+inline constexpr const char* global = "HTML_Global_Matching_Results";
+inline constexpr const char* databaseGlobal = "HTML_Results_Database_Matching_Global_Matching";
+inline constexpr const char* full = "HTML_Results";
+inline constexpr const char* database = "HTML_Results_Database_Matching";
+inline constexpr const char* globalTree = "Global_Matching_Phylogenetic_Tree";
+inline constexpr const char* tree = "Phylogenetic_Tree";
+}  // namespace pages
+
+/// A page, and whether the answers ask for it.
+struct PossiblePage {
+    bool isAsked;
+    const char* baseName;
+};
 
 /// The script that converts the page.
 /// @param folder the working directory, where prince.php stands
@@ -16,7 +39,20 @@ bool isWholePDF(const std::string& path);
 /// Converts a page of the job into the PDF beside it. With format "PDF" only the PDF stays; but where no whole one came
 /// out, the page, the only copy of the results, is kept under its name with ".unconverted" behind it.
 /// Ends the run if the script cannot be written.
-/// @param baseName the page's name without the job's identity and without ".html"
-void convertPage(const std::string& baseName);
+void convertPage(const char* baseName);
+
+/// Memory that a converter takes for a page of so many bytes.
+double converterMemory(std::uintmax_t pageBytes);
+
+/// How many conversions may run at once: at least one, and of more only as many as fit into the memory even if they
+/// are the largest.
+/// @param needs the memory that each takes
+/// @param most how many calls the converter bears
+int conversionsAtOnce(std::vector<double> needs, int most, double memory);
+
+/// Converts the pages that are asked for, as `convertPage` does, and shows how far it is: several at a time if the file
+/// "prince-calls-may-overlap" stands beside prince.php (see `callsAtOnce`), otherwise one after the other. What the
+/// tools print is never mixed and comes in the order of the pages.
+void convertPages(std::span<const PossiblePage> possiblePages);
 
 }  // namespace varnolix

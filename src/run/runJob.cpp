@@ -9,6 +9,7 @@
 #include "merge/stages.h"
 #include "rank/memory_plan.h"
 #include "rank/stages.h"
+#include "report/pdf_conversion.h"
 #include "report/report_passes.h"
 #include "report/stages.h"
 #include "run/run_text.h"
@@ -175,12 +176,12 @@ void runJob() {
 
     // Pages are finished, so they can be converted.
     if (writesPDF()) {
-        convertHTMLToPDFGlobal();
-        when(isDatabase, convertHTMLToPDFGlobalDatabaseMatch);
-        when(isAll, convertHTMLToPDF);
-        when(isAll && isDatabase, convertHTMLToPDFDatabaseMatch);
-        when(isTree, convertHTMLToPDFPhylogeneticTreeGlobal);
-        when(isTree && isAll, convertHTMLToPDFPhylogeneticTree);
+        const PossiblePage possiblePages[] = {
+            {true, pages::global},       {isDatabase, pages::databaseGlobal},
+            {isAll, pages::full},        {isAll && isDatabase, pages::database},
+            {isTree, pages::globalTree}, {isTree && isAll, pages::tree},
+        };
+        convertPages(possiblePages);
         clock.partEnds("PDF files");
     }
 

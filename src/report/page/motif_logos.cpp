@@ -3,15 +3,27 @@
 #include <sys/stat.h>
 
 #include <cstdio>
-#include <fstream>
+#include <unordered_set>
 
 #include "report/page/logo_names.h"
 #include "run/run_text.h"
-#include "run/system/output_file.h"
 #include "run/system/outside_text.h"
 #include "run/system/outside_tool.h"
+#include "run/system/parallel_pieces.h"
+#include "run/system/progress.h"
 
 namespace varnolix {
+
+namespace {
+
+/// Whether no two motifs have files of the same names.
+bool haveNumbersOfTheirOwn(std::span<const data> motifs) {
+    std::unordered_set<long> numbers;
+    for (const data& motif : motifs) numbers.insert(motif.matrixID);
+    return numbers.size() == motifs.size();
+}
+
+}  // namespace
 
 std::string logoMatrixText(const Matrix& matrix) {
     std::string text = "PO A C G T \n";
@@ -34,22 +46,34 @@ std::string logoCommand(const std::string& matrixFile, const std::string& logoFi
            shellWord(matrixFile) + " > " + shellWord(logoFile);
 }
 
-void drawLogos(const Matrix& matrix, char letter, long id) {
+std::optional<OutputTrouble> drawLogos(const Matrix& matrix, char letter, long id) {
     const std::string folder = outputPath + logoFolderName();
     mkdir(folder.c_str(), 0777);
-    refuseLink(folder);
+    if (auto trouble = linkTrouble(folder)) return trouble;
     const std::string matrixFile = folder + "/" + logoStem(letter, id) + ".txt";
     ToolWork work({matrixFile});
-    std::ofstream stream;
-    openOutput(stream, matrixFile);
-    stream << logoMatrixText(matrix);
-    closeOutput(stream, matrixFile);
+    auto trouble = writeOutput(matrixFile, logoMatrixText(matrix));
     for (const LogoStrand strand : {LogoStrand::original, LogoStrand::reverseComplement}) {
         const std::string logoFile = folder + "/" + logoName(letter, id, strand);
-        refuseLink(logoFile);
+        if (!trouble) trouble = linkTrouble(logoFile);
+        if (trouble) break;
         work.run(logoCommand(matrixFile, logoFile, strand == LogoStrand::reverseComplement), logoFile);
     }
     std::remove(matrixFile.c_str());
+    return trouble;
+}
+
+void drawAllLogos(std::span<const data> motifs, char letter) {
+    Progress progress("logos", 2 * motifs.size(), Progress::Time::estimated);
+    const auto drawOne = [&](std::size_t k) {
+        auto trouble = drawLogos(motifs[k].matrix, letter, motifs[k].matrixID);
+        progress.add(2);
+        return trouble;
+    };
+    const int atOnce = haveNumbersOfTheirOwn(motifs) ? callsAtOnce(inputPath + "weblogo-3.4/calls-may-overlap") : 1;
+    const auto trouble = doPieces(motifs.size(), atOnce, drawOne);
+    progress.clear();
+    endOnTrouble(trouble);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDF() {
-    convertPage("HTML_Results");
+    convertPage(pages::full);
 }
 
 }  // namespace varnolix

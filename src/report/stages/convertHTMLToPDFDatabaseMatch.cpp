@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDFDatabaseMatch() {
-    convertPage("HTML_Results_Database_Matching");
+    convertPage(pages::database);
 }
 
 }  // namespace varnolix

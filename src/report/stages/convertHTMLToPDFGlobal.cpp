@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDFGlobal() {
-    convertPage("HTML_Global_Matching_Results");
+    convertPage(pages::global);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDFGlobalDatabaseMatch() {
-    convertPage("HTML_Results_Database_Matching_Global_Matching");
+    convertPage(pages::databaseGlobal);
 }
 
 }  // namespace varnolix

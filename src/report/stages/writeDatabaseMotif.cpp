@@ -1,9 +1,11 @@
 #include "report/stages.h"
 
+#include "report/page/motif_logos.h"
+
 namespace varnolix {
 
 void writeDatabaseMotif() {
-    for (const data& motif : DatabaseDatasets) writeDatabaseMotifImage(motif.matrix, motif.matrixID);
+    drawAllLogos(DatabaseDatasets, 'D');
 }
 
 }  // namespace varnolix

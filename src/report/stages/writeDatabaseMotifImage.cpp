@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void writeDatabaseMotifImage(const Matrix& matrix, long id) {
-    drawLogos(matrix, 'D', id);
+    endOnTrouble(drawLogos(matrix, 'D', id));
 }
 
 }  // namespace varnolix

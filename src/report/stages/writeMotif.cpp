@@ -1,9 +1,11 @@
 #include "report/stages.h"
 
+#include "report/page/motif_logos.h"
+
 namespace varnolix {
 
 void writeMotif() {
-    for (const data& motif : Datasets) writeMotifImage(motif.matrix, motif.matrixID);
+    drawAllLogos(Datasets, 'M');
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void writeMotifImage(const Matrix& matrix, long id) {
-    drawLogos(matrix, 'M', id);
+    endOnTrouble(drawLogos(matrix, 'M', id));
 }
 
 }  // namespace varnolix

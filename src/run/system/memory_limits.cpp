@@ -153,4 +153,16 @@ std::size_t memoryLeft() {
     return std::min(left(residentLimit(), pages(resident)), left(mappedLimit(), pages(mapped)));
 }
 
+std::size_t memoryAvailable(const std::string& root) {
+    constexpr std::size_t kilobyte = 1024;
+    std::ifstream table(root + "/proc/meminfo");
+    std::string name;
+    std::size_t amount = 0;
+    while (table >> name >> amount) {
+        if (name == "MemAvailable:") return std::min(memoryLeft(), amount * kilobyte);
+        table.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    }
+    return memoryLeft();
+}
+
 }  // namespace varnolix

@@ -21,4 +21,9 @@ std::size_t memoryOfProcess();
 /// with what it has in memory.
 std::size_t memoryLeft();
 
+/// How much of that other processes, which are about to start, find at this moment: no more than the machine has
+/// available.
+/// @param root as above
+std::size_t memoryAvailable(const std::string& root = "");
+
 }  // namespace varnolix

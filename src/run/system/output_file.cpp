@@ -20,6 +20,9 @@ namespace varnolix {
 
 namespace {
 
+// errno is of no use here: the write may have failed long ago, with other calls in between.
+constexpr const char* incompleteReason = "the disk may be full";
+
 [[noreturn]] void endForOutput(const std::string& path, const char* reason) {
     sayNotWritten(path, reason);
     endRun(invalidOutputPathMessage);
@@ -72,13 +75,30 @@ void openOutput(std::ofstream& stream, const std::string& path, std::ios_base::o
 
 void closeOutput(std::ofstream& stream, const std::string& path) {
     stream.close();
-    // errno is of no use here: the write may have failed long ago, with other calls in between.
-    if (!stream) endForOutput(path, "the disk may be full");
+    if (!stream) endForOutput(path, incompleteReason);
+}
+
+std::optional<OutputTrouble> writeOutput(const std::string& path, std::string_view text) {
+    std::ofstream stream;
+    if (!tryOpenOutput(stream, path)) return OutputTrouble{path, std::strerror(errno)};
+    stream << text;
+    stream.close();
+    if (!stream) return OutputTrouble{path, incompleteReason};
+    return std::nullopt;
+}
+
+std::optional<OutputTrouble> linkTrouble(const std::string& path) {
+    struct stat status {};
+    if (lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) return std::nullopt;
+    return OutputTrouble{path, "it is a symbolic link"};
+}
+
+void endOnTrouble(const std::optional<OutputTrouble>& trouble) {
+    if (trouble) endForOutput(trouble->path, trouble->reason.c_str());
 }
 
 void refuseLink(const std::string& path) {
-    struct stat status {};
-    if (lstat(path.c_str(), &status) == 0 && S_ISLNK(status.st_mode)) endForOutput(path, "it is a symbolic link");
+    endOnTrouble(linkTrouble(path));
 }
 
 void checkConsole() {

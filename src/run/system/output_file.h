@@ -1,13 +1,21 @@
 #pragma once
 
 #include <fstream>
+#include <optional>
 #include <string>
+#include <string_view>
 
 // Opens, closes and checks every file that the program writes: reports, pages, tables, scripts, the listing, matrix
 // files. If anything does not reach its file, the run ends; only a listing that cannot be opened is skipped with a
 // message.
 
 namespace varnolix {
+
+/// A file that could not be written, and why.
+struct OutputTrouble {
+    std::string path;
+    std::string reason;
+};
 
 /// Reports on standard error that the file was not written.
 void sayNotWritten(const std::string& path, const char* reason);
@@ -24,7 +32,17 @@ void openOutput(std::ofstream& stream, const std::string& path, std::ios_base::o
 /// This has to be checked on closing, because opening the stream again clears its error state.
 void closeOutput(std::ofstream& stream, const std::string& path);
 
-/// Ends the run if the path is a symbolic link. For files that outside tools are about to write, and for folders.
+/// Writes the text as the whole content of the file. For threads: ending the run is left to the main thread.
+/// @return trouble if not everything has reached the file
+std::optional<OutputTrouble> writeOutput(const std::string& path, std::string_view text);
+
+/// Trouble if the path is a symbolic link. For files that outside tools are about to write, and for folders.
+std::optional<OutputTrouble> linkTrouble(const std::string& path);
+
+/// Ends the run with the same message if there is trouble.
+void endOnTrouble(const std::optional<OutputTrouble>& trouble);
+
+/// Ends the run if the path is a symbolic link.
 void refuseLink(const std::string& path);
 
 /// Ends the run unless everything printed so far has reached standard output, which may be a file or a pipe.

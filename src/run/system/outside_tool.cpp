@@ -1,6 +1,7 @@
 #include "run/system/outside_tool.h"
 
 #include <spawn.h>
+#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -20,6 +21,8 @@
 // them. The threads are in a plain wait for their tool, which thereby ends. Each then clears up; the last one ends the
 // process. A tool that starts at this very moment either is in the table when the handler walks it, or its thread sees
 // the noted signal right behind the start.
+//
+// A run that ends for another reason has all threads come back, as the main thread still has something to say.
 //
 // Tested by outside_tool_test.cpp and tests/nasty/test_interrupts.py.
 
@@ -81,6 +84,8 @@ void catchSignals() {
 void releaseSignals() {
     for (const auto& [number, action] : runningTools.actionsBefore) sigaction(number, &action, nullptr);
     runningTools.actionsBefore.clear();
+    // The one of tools that were given up would now end the process.
+    if (runningTools.areGivenUp) alarm(0);
 }
 
 [[noreturn]] void endBySignal(int number) {
@@ -110,7 +115,7 @@ std::atomic<pid_t>& freePlace() {
 }
 
 /// Starts the shell on the command; the number of its process, or 0.
-pid_t startShell(const std::string& command) {
+pid_t startShell(const std::string& command, const CapturedConsole* console) {
     std::string shell = "sh";
     std::string option = "-c";
     std::string text = command;
@@ -124,8 +129,18 @@ pid_t startShell(const std::string& command) {
     posix_spawnattr_setsigdefault(&attributes, &defaults);
     posix_spawnattr_setpgroup(&attributes, 0);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF);
+    posix_spawn_file_actions_t actions;
+    if (posix_spawn_file_actions_init(&actions) != 0) {
+        posix_spawnattr_destroy(&attributes);
+        return 0;
+    }
+    if (console != nullptr && console->output() >= 0 && console->errors() >= 0) {
+        posix_spawn_file_actions_adddup2(&actions, console->output(), STDOUT_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, console->errors(), STDERR_FILENO);
+    }
     pid_t child = 0;
-    const int error = posix_spawn(&child, "/bin/sh", nullptr, &attributes, arguments, environ);
+    const int error = posix_spawn(&child, "/bin/sh", &actions, &attributes, arguments, environ);
+    posix_spawn_file_actions_destroy(&actions);
     posix_spawnattr_destroy(&attributes);
     return error == 0 ? child : 0;
 }
@@ -164,7 +179,37 @@ void clearGroup(pid_t group, int number) {
     if (!endsWithin(group, patienceSeconds)) kill(-group, SIGKILL);
 }
 
+/// All that stands in the file of the descriptor.
+std::string contentOf(int descriptor) {
+    std::string content;
+    std::array<char, 4096> buffer{};
+    while (true) {
+        const ssize_t count = pread(descriptor, buffer.data(), buffer.size(), static_cast<off_t>(content.size()));
+        if (count <= 0) return content;
+        content.append(buffer.data(), static_cast<std::size_t>(count));
+    }
+}
+
 }  // namespace
+
+// Files in memory, as a tool may print more than a pipe holds. Where there are none the tool prints past us.
+CapturedConsole::CapturedConsole()
+    : output_(memfd_create("output", MFD_CLOEXEC)), errors_(memfd_create("errors", MFD_CLOEXEC)) {}
+
+CapturedConsole::~CapturedConsole() {
+    for (const int descriptor : {output_, errors_}) {
+        if (descriptor >= 0) close(descriptor);
+    }
+}
+
+bool CapturedConsole::isEmpty() const {
+    return contentOf(output_).empty() && contentOf(errors_).empty();
+}
+
+void CapturedConsole::print() const {
+    std::cout << contentOf(output_) << std::flush;
+    std::cerr << contentOf(errors_);
+}
 
 int interruptOf(int status) {
     for (const int number : {SIGINT, SIGQUIT}) {
@@ -207,19 +252,32 @@ void ToolWork::stop() {
     waitForTheEnd();
 }
 
-void ToolWork::run(const std::string& command, const std::string& product) {
+bool ToolWork::run(const std::string& command, const std::string& product, const CapturedConsole* console) {
     if (runningTools.endingSignal != 0) stop();
+    if (runningTools.areGivenUp) return false;
     std::atomic<pid_t>& place = freePlace();
-    const pid_t child = startShell(command);
+    const pid_t child = startShell(command, console);
     place = child;
-    if (child == 0) return;
-    if (runningTools.endingSignal != 0) kill(-child, SIGKILL);
+    if (child == 0) return true;
+    if (runningTools.endingSignal != 0 || runningTools.areGivenUp) kill(-child, SIGKILL);
     if (const int number = interruptOf(waitForShell(child, place)); number != 0) endToolsBy(number);
     if (const int number = runningTools.endingSignal; number != 0) {
         clearGroup(child, number);
         files_.push_back(product);
         stop();
     }
+    if (!runningTools.areGivenUp) return true;
+    clearGroup(child, SIGTERM);
+    std::remove(product.c_str());
+    return false;
+}
+
+void ToolWork::giveUpAll() {
+    if (runningTools.areGivenUp.exchange(true)) return;
+    sendToTools(SIGTERM);
+    // Only where its handler is there, and with it somebody to take it back.
+    const std::lock_guard lock(runningTools.guard);
+    if (runningTools.works > 0) alarm(patienceSeconds);
 }
 
 }  // namespace varnolix

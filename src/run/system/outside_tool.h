@@ -20,10 +20,31 @@ struct RunningTools {
     static constexpr std::size_t mostTools = 256;
     /// The tools that run, each by the number of its process group; 0 is a free place, -1 one that is about to be used.
     std::array<std::atomic<pid_t>, mostTools> groups{};
-    std::atomic<int> endingSignal{0};  ///< the signal that ends the run; 0 is none
-    std::mutex guard;                  ///< of what stands below
-    int works = 0;                     ///< ToolWork objects alive
+    std::atomic<int> endingSignal{0};     ///< the signal that ends the run; 0 is none
+    std::atomic<bool> areGivenUp{false};  ///< the run is about to end without a signal
+    std::mutex guard;                     ///< of what stands below
+    int works = 0;                        ///< ToolWork objects alive
     std::vector<std::pair<int, struct sigaction>> actionsBefore;
+};
+
+/// What a tool prints, kept until it can be shown without getting mixed with what other tools print at the same time.
+class CapturedConsole {
+  public:
+    CapturedConsole();
+    ~CapturedConsole();
+    CapturedConsole(const CapturedConsole&) = delete;
+    CapturedConsole& operator=(const CapturedConsole&) = delete;
+
+    int output() const { return output_; }  ///< descriptor for the tool's standard output
+    int errors() const { return errors_; }  ///< the same for its standard error
+
+    bool isEmpty() const;
+    /// Copies it to our own standard output and standard error.
+    void print() const;
+
+  private:
+    int output_;
+    int errors_;
 };
 
 /// A piece of work that outside tools do for us, such as the two logos of a motif. While one lives, SIGINT, SIGQUIT,
@@ -39,8 +60,13 @@ class ToolWork {
     ToolWork& operator=(const ToolWork&) = delete;
 
     /// Runs the command by "/bin/sh -c", as `system` does but in a process group of its own, and waits for its end.
-    /// @param product what the tool writes: not left half-written when a signal ends the run
-    void run(const std::string& command, const std::string& product);
+    /// @param product what the tool writes: not left half-written when the run ends
+    /// @param console takes what the tool prints; without one it goes to our own console
+    /// @return false if the tool was given up
+    bool run(const std::string& command, const std::string& product, const CapturedConsole* console = nullptr);
+
+    /// Ends the tools of all threads, whose products go, and starts no other: the run is about to end.
+    static void giveUpAll();
 
   private:
     /// Removes the files and never comes back.

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDFPhylogeneticTree() {
-    convertPage("Phylogenetic_Tree");
+    convertPage(pages::tree);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void convertHTMLToPDFPhylogeneticTreeGlobal() {
-    convertPage("Global_Matching_Phylogenetic_Tree");
+    convertPage(pages::globalTree);
 }
 
 }  // namespace varnolix

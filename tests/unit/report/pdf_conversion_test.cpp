@@ -99,5 +99,123 @@ TEST_F(PDFTest, OnlyAWholeOneTakesThePlaceOfThePage) {
     }
 }
 
+TEST(ConverterMemory, IsAboveWhatWasMeasured) {
+    EXPECT_GT(converterMemory(33'000), 374e6);
+    EXPECT_GT(converterMemory(1'063'000), 750e6);
+}
+
+TEST(ConversionsAtOnce, AreAsManyAsThreads) {
+    EXPECT_EQ(conversionsAtOnce({1, 1, 1, 1, 1, 1}, 1, 100), 1);
+    EXPECT_EQ(conversionsAtOnce({1, 1, 1, 1, 1, 1}, 4, 100), 4);
+    EXPECT_EQ(conversionsAtOnce({1, 1}, 4, 100), 2);
+}
+
+TEST(ConversionsAtOnce, GreatestMustFitTogether) {
+    EXPECT_EQ(conversionsAtOnce({1, 5, 1, 4, 1}, 4, 8.9), 1);
+    EXPECT_EQ(conversionsAtOnce({1, 5, 1, 4, 1}, 4, 9), 2);
+    EXPECT_EQ(conversionsAtOnce({1, 5, 1, 4, 1}, 4, 10), 3);
+}
+
+TEST(ConversionsAtOnce, OneMayAlways) {
+    EXPECT_EQ(conversionsAtOnce({5, 5}, 4, 0), 1);
+    EXPECT_EQ(conversionsAtOnce({}, 4, 0), 1);
+}
+
+class ConvertPagesTest : public testing::FolderTest {
+  protected:
+    ConvertPagesTest() {
+        outputPath = folder();
+        jobID = "J_1_";
+        outputFileFormat = "All";
+        std::filesystem::create_directory(folder() + "bin");
+        setenv("PATH", (folder() + "bin:" + pathBefore_).c_str(), 1);
+        std::filesystem::current_path(folder());
+    }
+    ~ConvertPagesTest() override {
+        std::filesystem::current_path(folderBefore_);
+        setenv("PATH", pathBefore_.c_str(), 1);
+    }
+
+    void installPHP(std::string_view script) {
+        write("bin/php5", script);
+        std::filesystem::permissions(folder() + "bin/php5", std::filesystem::perms::owner_all);
+    }
+
+    /// The same for a converter that works alongside itself.
+    void installOverlappingPHP(std::string_view script) {
+        installPHP(script);
+        write("prince-calls-may-overlap", "");
+    }
+
+  private:
+    const std::string pathBefore_ = getenv("PATH");
+    const std::filesystem::path folderBefore_ = std::filesystem::current_path();
+};
+
+TEST_F(ConvertPagesTest, ConverterWithoutAPromiseRunsOnceAtATimeAndInOrder) {
+    installPHP("#!/bin/sh\nmkdir scratch || echo overlap\necho ${1##*/}\nsleep 0.05\nrmdir scratch\n");
+    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}, {true, "P_3"}};
+    omp_set_num_threads(9);
+    ::testing::internal::CaptureStdout();
+    convertPages(possiblePages);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "J_1_P_1.php\nJ_1_P_2.php\nJ_1_P_3.php\n");
+}
+
+TEST_F(ConvertPagesTest, ConverterWithAPromiseRunsOnSeveralThreads) {
+    // Each call waits until the other one has begun, too, for five seconds at most.
+    installOverlappingPHP(
+        "#!/bin/sh\n: > ${1%.php}.begun\n"
+        "for n in $(seq 500); do set -- *.begun; [ $# -gt 1 ] && break; sleep 0.01; done\necho $#\n");
+    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}};
+    omp_set_num_threads(2);
+    ::testing::internal::CaptureStdout();
+    convertPages(possiblePages);
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "2\n2\n");
+}
+
+TEST_F(ConvertPagesTest, ConvertsWhatIsAskedAndPrintsInOrder) {
+    // The first takes longest, and lines come in parts.
+    installOverlappingPHP(
+        "#!/bin/sh\nn=${1%.php}; n=${n##*_}; printf 'begin '; sleep 0.$((3 - n)); echo \"$n\"; echo \"e$n\" >&2\n"
+        "[ -f \"$1\" ] && cp \"${1%.php}.html\" \"${1%.php}.pdf\"\n");
+    const PossiblePage possiblePages[] = {{true, "P_1"}, {false, "P_0"}, {true, "P_2"}, {true, "P_3"}};
+    for (const char* name : {"J_1_P_1.html", "J_1_P_0.html", "J_1_P_2.html", "J_1_P_3.html"}) write(name, name);
+    for (const int threads : {1, 2, 3, 9}) {
+        omp_set_num_threads(threads);
+        // Tools write past the streams.
+        ::testing::internal::CaptureStdout();
+        ::testing::internal::CaptureStderr();
+        convertPages(possiblePages);
+        EXPECT_EQ(::testing::internal::GetCapturedStdout(), "begin 1\nbegin 2\nbegin 3\n") << threads;
+        EXPECT_EQ(::testing::internal::GetCapturedStderr(), "e1\ne2\ne3\n") << threads;
+        for (const char* name : {"J_1_P_1", "J_1_P_2", "J_1_P_3"}) {
+            EXPECT_EQ(read(name + std::string(".pdf")), name + std::string(".html"));
+            EXPECT_FALSE(std::filesystem::exists(folder() + name + ".php"));
+        }
+        EXPECT_FALSE(std::filesystem::exists(folder() + "J_1_P_0.pdf"));
+    }
+}
+
+using ConvertPagesDeathTest = ConvertPagesTest;
+
+TEST_F(ConvertPagesDeathTest, LostScriptEndsTheRunAndLeavesThePagesOfOtherThreads) {
+    installOverlappingPHP("#!/bin/sh\necho half > \"${1%.php}.pdf\"; sleep 60\n");
+    GTEST_FLAG_SET(death_test_style, "fast");
+    outputFileFormat = "PDF";
+    for (const char* name : {"J_1_P_1.html", "J_1_P_2.html"}) write(name, name);
+    std::filesystem::create_directory(folder() + "J_1_P_2.php");
+    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}};
+    EXPECT_EXIT(
+        {
+            omp_set_num_threads(2);
+            convertPages(possiblePages);
+        },
+        ::testing::ExitedWithCode(1), "^" + folder() + "J_1_P_2\\.php could not be written: Is a directory\\.\n$");
+    EXPECT_TRUE(std::filesystem::exists(folder() + "J_1_P_1.html"));
+    EXPECT_TRUE(std::filesystem::exists(folder() + "J_1_P_2.html"));
+    EXPECT_FALSE(std::filesystem::exists(folder() + "J_1_P_1.pdf"));
+    EXPECT_FALSE(std::filesystem::exists(folder() + "J_1_P_1.php"));
+}
+
 }  // namespace
 }  // namespace varnolix

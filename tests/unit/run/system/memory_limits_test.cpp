@@ -111,6 +111,14 @@ TEST_F(ControlGroupTest, AnythingButANumberMeansNoLimit) {
     EXPECT_EQ(limit(), 500U);
 }
 
+TEST_F(ControlGroupTest, WhatIsThereIsWhatTheMachineHasAvailable) {
+    put("proc/meminfo", "MemTotal:       4000000 kB\nHugePages_Total:       0\nMemAvailable:       300 kB\nX: 1 kB\n");
+    const std::string root = std::filesystem::path(folder()).parent_path();
+    EXPECT_EQ(memoryAvailable(root), 300U * 1024);
+    EXPECT_LE(memoryAvailable(), memoryOfProcess());
+    EXPECT_GT(memoryAvailable(root + "/nowhere"), 300U * 1024);
+}
+
 // AddressSanitizer itself maps more memory than these tests allow.
 #if !defined(__SANITIZE_ADDRESS__)
 

@@ -208,6 +208,36 @@ TEST_F(OutputFileDeathTest, ReportThatIsAppendedToIsChecked) {
         ::testing::ExitedWithCode(1), "out.txt could not be written");
 }
 
+TEST_F(OutputFileTest, WritesAWholeText) {
+    write("out.txt", "before, and longer");
+    EXPECT_FALSE(writeOutput(path(), "text\n"));
+    EXPECT_EQ(read("out.txt"), "text\n");
+}
+
+TEST_F(OutputFileTest, TroubleTellsPathAndReason) {
+    const std::string inside = folder() + "missing/a.txt";
+    const auto missing = writeOutput(inside, "text");
+    ASSERT_TRUE(missing);
+    EXPECT_EQ(missing->path, inside);
+    EXPECT_EQ(missing->reason, "No such file or directory");
+    create_symlink(folder() + "nowhere", folder() + "link");
+    EXPECT_TRUE(writeOutput(folder() + "link", "text"));
+    EXPECT_FALSE(std::filesystem::exists(folder() + "nowhere"));
+    EXPECT_TRUE(linkTrouble(folder() + "link"));
+    EXPECT_FALSE(linkTrouble(path()));
+}
+
+TEST_F(OutputFileDeathTest, TextBeyondTheLimitIsTrouble) {
+    EXPECT_EXIT(
+        {
+            letFileSizeLimitFailWrites();
+            limitFiles(fewBytes);
+            endOnTrouble(std::nullopt);
+            endOnTrouble(writeOutput(path(), manyBytes));
+        },
+        ::testing::ExitedWithCode(1), "out.txt could not be written: the disk may be full\\.");
+}
+
 TEST_F(OutputFileDeathTest, LinkWhereAToolWritesEndsTheRun) {
     refuseLink(path());
     write("out.txt", "");

@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <thread>
 
 #include "support/run_fixture.h"
@@ -71,6 +72,22 @@ TEST_F(ToolWorkTest, FailuresChangeNothing) {
         EXPECT_EQ(read("product"), "half") << command;
     }
     EXPECT_TRUE(exists("own"));
+}
+
+TEST_F(ToolWorkTest, CapturedConsoleIsShownLater) {
+    const CapturedConsole console;
+    EXPECT_TRUE(console.isEmpty());
+    ::testing::internal::CaptureStdout();
+    ::testing::internal::CaptureStderr();
+    {
+        ToolWork work({});
+        work.run("echo out; echo err >&2; printf more", path("product"), &console);
+        std::cout << "ours\n";
+    }
+    EXPECT_FALSE(console.isEmpty());
+    console.print();
+    EXPECT_EQ(::testing::internal::GetCapturedStdout(), "ours\nout\nmore");
+    EXPECT_EQ(::testing::internal::GetCapturedStderr(), "err\n");
 }
 
 TEST_F(ToolWorkTest, LeavesNoChild) {
