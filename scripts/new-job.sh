@@ -6,7 +6,7 @@
 # DIR/motifs/      for the motif files; also holds the client through which WebLogo draws the logos
 # DIR/result/      where the reports appear
 # DIR/databases/   links to the installed collections (see databases/README.md)
-# DIR/prince.php   makes the PDF files
+# DIR/prince.php   makes the PDF files; prince-calls-may-overlap beside it says that it may run several times at once
 # DIR/run          starts the program: DIR/run for the dialogue, DIR/run ANSWERS for answers from a file
 #
 # The program finds the result folder by removing the last seven characters of the input path, so the folder

@@ -404,7 +404,8 @@ class Prince
     private function writeLog(string $line): void
     {
         if ($this->log !== '') {
-            file_put_contents($this->log, date('Y-m-d H:i:s ') . "$line\n", FILE_APPEND);
+            // The program may run this script for several pages at the same time, with one log for all.
+            file_put_contents($this->log, date('Y-m-d H:i:s ') . "$line\n", FILE_APPEND | LOCK_EX);
         }
     }
 

@@ -46,6 +46,7 @@ class ScriptTest(unittest.TestCase):
         for tool in ("weblogo-3.4/weblogo", "bin/php5"):
             write(os.path.join(self.project, "tools", tool), "#!/bin/sh\n", executable=True)
         write(os.path.join(self.project, "tools", "prince.php"), "<?php\n")
+        write(os.path.join(self.project, "tools", "prince-calls-may-overlap"), "yes\n")
         shutil.copytree(os.path.join(ROOT, "tools", "job_folder"), os.path.join(self.project, "tools", "job_folder"))
         os.makedirs(os.path.join(self.project, "databases"))
         shutil.copy(os.path.join(ROOT, "databases", "catalogue.txt"), os.path.join(self.project, "databases"))

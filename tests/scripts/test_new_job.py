@@ -49,6 +49,7 @@ class NewJob(ScriptTest):
             self.assertTrue(os.path.isdir(os.path.join(job, folder)), folder)
         self.assertTrue(os.access(os.path.join(job, "motifs/weblogo-3.4/weblogo"), os.X_OK))
         self.assertTrue(os.path.isfile(os.path.join(job, "prince.php")))
+        self.assertTrue(os.path.isfile(os.path.join(job, "prince-calls-may-overlap")))
         self.assertFalse(os.path.islink(os.path.join(job, "prince.php")))
 
     def test_logos_come_from_the_client_where_it_is_built(self):

@@ -65,7 +65,8 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
         makeFolder(folder / name);
     }
     const fs::path job = fs::canonical(folder);
-    writeFile(job / "prince.php", readFile(installation.home / "tools" / "prince.php"));
+    for (const char* name : {"prince.php", "prince-calls-may-overlap"})
+        writeFile(job / name, readFile(installation.home / "tools" / name));
     linkFile(installation.logoTool, job / "motifs" / "weblogo-3.4");
     for (const Collection& collection : collections) {
         linkFile(collectionFile(installation.home, collection), collectionFile(job, collection));

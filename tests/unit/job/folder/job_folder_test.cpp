@@ -19,6 +19,7 @@ class JobFolderTest : public varnolix::testing::FolderTest {
         fs::create_directories(home / "tools" / "job_folder");
         fs::create_directories(home / "tools" / "weblogo-3.4");
         writeFile(home / "tools" / "prince.php", "<?php\n");
+        writeFile(home / "tools" / "prince-calls-may-overlap", "yes\n");
         writeFile(home / "tools" / "job_folder" / "run", "home=@home@\nprogram=@program@\npackages=@packages@\n");
         installation = {home, home / "varnolix", home / "tools" / "weblogo-3.4", home / "packages"};
     }
@@ -40,6 +41,7 @@ TEST_F(JobFolderTest, HasWhatTheStagesNeed) {
         EXPECT_TRUE(fs::is_directory(job / name)) << name;
     }
     EXPECT_EQ(readFile(job / "prince.php"), "<?php\n");
+    EXPECT_EQ(readFile(job / "prince-calls-may-overlap"), "yes\n");
 }
 
 TEST_F(JobFolderTest, CollectionsAreLinkedAndCounted) {
