@@ -4,9 +4,16 @@
 #   bench/run.sh [SIZE...]   runs with SIZE motifs (default: 100 500 1000 2000 5000), times by stage, and a check
 #                            that the number of threads does not change the reports
 #   bench/run.sh --big       one run with 10,000 motifs
+#   bench/run.sh --pages     one job with pages, logos and PDF files against a collection, with the real outside tools,
+#                            with a cold and a warm store of logos, on one thread and on two
+#   bench/run.sh --store     10,000 logos from the store, on one thread and on two
 #
 # THREADS is the number of threads (default: all processors), BENCH_BUILD the build folder (default: build/bench). The
 # motifs are in two files. Every run asks for 10 best matches and text reports.
+#
+# For --pages, BEFORE is an older checkout, with its program built in build/release, that is timed in turn with this
+# one. MOTIFS (159) and COLLECTION (1082) are the sizes, ROUNDS (1) is how often everything is timed, THREAD_COUNTS
+# ("1 2") the numbers of threads. The store of logos is the benchmark's own, and so are the workers.
 set -euo pipefail
 
 root=$(cd "$(dirname "$0")/.." && pwd)
@@ -23,7 +30,7 @@ die() {
 
 buildPrograms() {
     if ! { cmake --preset bench -S "$root" -B "$build" &&
-        cmake --build "$build" --target varnolix make_motifs stage_times; } >"$work/build.log" 2>&1; then
+        cmake --build "$build" --target varnolix weblogo_client make_motifs stage_times; } >"$work/build.log" 2>&1; then
         tail -n 20 "$work/build.log" >&2
         die "the build failed"
     fi
@@ -173,9 +180,129 @@ threadCheck() {
     done
 }
 
+# pagesMotifs: the motifs of the job and of the collection, which are all different; else the store would already have
+# logos of the collection after those of the input.
+pagesMotifs() {
+    "$build/bench/make_motifs" $((motifs + collection)) "$work/all.txt"
+    awk -v first=$((motifs * 133 / 159)) -v motifs="$motifs" -v folder="$work" '
+        /^>/ { ++n }
+        { print > (folder (n <= first ? "/first.txt" : n <= motifs ? "/second.txt" : "/collection.txt")) }
+    ' "$work/all.txt"
+}
+
+# pagesJob FOLDER CHECKOUT THREADS: a job folder with everything that the outside tools need, made by the checkout's own
+# scripts.
+pagesJob() {
+    VARNOLIX_PROGRAM=$(pagesProgram "$2") "$2/scripts/new-job.sh" "$1" >/dev/null
+    cp "$work/first.txt" "$work/second.txt" "$1/motifs/"
+    "$2/scripts/install-collection.sh" jasparAll "$work/collection.txt" --to "$1" >/dev/null
+    printf '%s\n' 2 10 5 0.75 "$3" "$1/motifs/" first.txt 4 second.txt 4 1 Y Y All All "$1/result/" >"$1/answers.txt"
+}
+
+# pagesProgram CHECKOUT
+pagesProgram() {
+    if [[ $1 == "$root" ]]; then echo "$build/varnolix"; else echo "$1/build/release/varnolix"; fi
+}
+
+# moment head|tail PATTERN: when the first or last of the job's files of that name was changed.
+moment() {
+    find "$work/pages/result" -name "$2" -printf '%T@\n' | sort -n | "$1" -n 1
+}
+
+# forTools COMMAND: runs it with a runtime folder and a cache folder of the benchmark's own.
+forTools() {
+    XDG_RUNTIME_DIR="$work/runtime" XDG_CACHE_HOME="$work/cache" "$@"
+}
+
+emptyStore() {
+    rm -rf "$work/cache" "$work/runtime"
+    mkdir -m 700 "$work/cache" "$work/runtime"
+}
+
+# pagesRow LABEL CHECKOUT THREADS: one run, timed by its files. The listing is written right before the first logo of
+# the input, and the pages are closed right before the first conversion.
+pagesRow() {
+    local folder=$work/pages begin end
+    pagesJob "$folder" "$2" "$3"
+    begin=$(date +%s.%N)
+    (
+        cd "$folder"
+        export PATH="$2/tools/bin:$PATH" VARNOLIX_TOOLS="$2/tools"
+        [[ ! -d $root/build/R-library ]] || export R_LIBS="$root/build/R-library"
+        forTools inJob "$folder" /usr/bin/time -o time.txt -f '%U %S' "$(pagesProgram "$2")"
+    ) || die "the program failed in $folder"
+    end=$(date +%s.%N)
+    # A double holds nanoseconds since 1970 to a quarter of a microsecond.
+    mapfile -t cells < <(awk -v begin="$begin" -v end="$end" \
+        -v inputBegin="$(moment tail '*_input_motifs.txt')" -v inputEnd="$(moment tail 'J_*_M[0-9]*.jpeg')" \
+        -v databaseBegin="$(moment head 'J_*_D[0-9]*.jpeg')" -v databaseEnd="$(moment tail 'J_*_D[0-9]*.jpeg')" \
+        -v pages="$(moment tail 'J_*.html')" '{
+            logos = inputEnd - inputBegin + databaseEnd - databaseBegin
+            printf "%.1f\n%.1f\n%.1f\n%.1f\n%.1f\n%.1f\n", logos, end - pages, pages - begin - logos,
+                pages - begin, end - begin, $1 + $2
+        }' "$folder/time.txt")
+    row "$1" "$3" "$(find "$folder/result" -name '*.jpeg' -size +0 | wc -l)" \
+        "$(find "$folder/result" -name '*.pdf' | wc -l)" "${cells[@]}" "$(cut -d ' ' -f 1 /proc/loadavg)"
+    sed 's/^.*converted by //' "$folder/prince.log" | sort | uniq -c >"$work/converters"
+    rm -rf "$folder"
+}
+
+pagesTable() {
+    local count round
+    printf '\n## A job with pages: %s motifs against %s\n\n' "$motifs" "$collection"
+    header run threads 'logos there' 'PDF files there' 'logos, s' 'PDF files, s' 'rest, s' 'up to the PDF files, s' \
+        'all, s' 'processor seconds' 'load at its end'
+    pagesMotifs
+    for ((round = 0; round < ${ROUNDS:-1}; ++round)); do
+        for count in ${THREAD_COUNTS:-1 2}; do
+            # The workers of the run before must not help a first run; they end when their folder is new.
+            emptyStore
+            [[ -z ${BEFORE:-} ]] || pagesRow before "$BEFORE" "$count"
+            emptyStore
+            pagesRow 'first run' "$root" "$count"
+            pagesRow 'second run' "$root" "$count"
+        done
+    done
+    printf '\nConverters of the last run:\n'
+    cat "$work/converters"
+}
+
+# storeTable: 10,000 logos of 1,250 motifs, each of which comes four times, so that filling the store takes less long.
+storeTable() {
+    local folder=$work/pages count run
+    printf '\n## 10,000 logos from the store\n\n'
+    header threads 'logos there' 'seconds' 'load at its end'
+    "$build/bench/make_motifs" 1250 "$work/quarter.txt"
+    emptyStore
+    for run in fill 1 2 1 2; do
+        count=${run/fill/2}
+        VARNOLIX_PROGRAM="$build/varnolix" "$root/scripts/new-job.sh" "$folder" >/dev/null
+        cat "$work"/quarter.txt{,,,} >"$folder/motifs/first.txt"
+        printf '%s\n' 1 10 1 0.99 "$count" "$folder/motifs/" first.txt 4 14 N N Global-Only HTML "$folder/result/" \
+            >"$folder/answers.txt"
+        (cd "$folder" && forTools inJob "$folder" "$build/varnolix") || die "the program failed in $folder"
+        [[ $run == fill ]] || row "$count" "$(find "$folder/result" -name '*.jpeg' -size +0 | wc -l)" \
+            "$(awk -v begin="$(moment tail '*_input_motifs.txt')" -v end="$(moment tail 'J_*_M[0-9]*.jpeg')" \
+                'BEGIN { printf "%.1f", end - begin }')" "$(cut -d ' ' -f 1 /proc/loadavg)"
+        rm -rf "$folder"
+    done
+}
+
 [[ -x /usr/bin/time ]] || die "needs /usr/bin/time (Debian package time)"
 buildPrograms
 machine
+if [[ ${1:-} == --pages ]]; then
+    motifs=${MOTIFS:-159}
+    collection=${COLLECTION:-1082}
+    BEFORE=${BEFORE:+$(realpath "$BEFORE")}
+    [[ -z $BEFORE || -x $(pagesProgram "$BEFORE") ]] || die "no program in $BEFORE/build/release"
+    pagesTable
+    exit
+fi
+if [[ ${1:-} == --store ]]; then
+    storeTable
+    exit
+fi
 if [[ ${1:-} == --big ]]; then
     runTable 0.85 Global-Only "$threads" 10000
     stageTable 0.85 Global-Only "$threads" 10000
