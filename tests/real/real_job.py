@@ -43,15 +43,16 @@ def jaspar_text(sites):
 class Job:
     """One finished job: its folder, what was printed, and its files by their bare name."""
 
-    def __init__(self, top, files, output_format, collection=None, tree="Y"):
+    def __init__(self, top, files, output_format, collection=None, tree="Y", threads=2):
         self.folder = Path(top) / JOB_FOLDER
-        self.environment = {**os.environ, "XDG_CACHE_HOME": f"{top}/cache"}     # not the user's store of logos
+        # Not the user's store of logos, and as many threads as are asked for.
+        self.environment = {**os.environ, "XDG_CACHE_HOME": f"{top}/cache", "OMP_NUM_THREADS": "8"}
         self.call(ROOT / "scripts/new-job.sh", self.folder)
         for name, sites in files.items():
             (self.folder / "motifs" / name).write_text(sites_text(sites))
         if collection:
             self.install(Path(top) / "collection.txt", collection)
-        answers = [len(files), 3, 3, "0.75", 2, f"{self.folder}/motifs/"]
+        answers = [len(files), 3, 3, "0.75", threads, f"{self.folder}/motifs/"]
         for name in files:
             answers += [name, 10]
         answers += [1 if collection else 14, tree, "Y", "All", output_format, f"{self.folder}/result/"]

@@ -1,6 +1,7 @@
 """Whole jobs with WebLogo, PHP, a PDF converter and R, in a folder of an awkward name and with awkward names."""
 import csv
 import html
+import os
 import re
 import subprocess
 import unittest
@@ -196,6 +197,55 @@ class PdfAlone(RealJobCase, PictureChecks):
     def test_matrix_files_are_removed(self):
         pictures = list((self.job.result / f"{self.job.identity}image").iterdir())
         self.assertEqual({path.suffix for path in pictures}, {".jpeg"})
+
+
+class ThreadCounts(RealJobCase):
+    """The same job with one, two and three threads."""
+
+    @classmethod
+    def make_job(cls, top):
+        cls.jobs = []
+        for threads in (1, 2, 3):
+            os.mkdir(f"{top}/{threads}")
+            cls.jobs.append(Job(f"{top}/{threads}", BOTH_FILES, "All", tree="N", threads=threads))
+        return cls.jobs[0]
+
+    def masked(self, job, text):
+        """Without what tells when the job was, how long it took, and where."""
+        text = re.sub(r"(?<=VARNOLIX on )[\d-]+ [\d:]+|(?<=Runtime: )\S+", "", text)
+        return text.replace(job.identity, "").replace(str(job.folder), "")
+
+    def check_equal(self, look):
+        """What `look` finds of the first job it finds of the others."""
+        first, *others = [look(job) for job in self.jobs]
+        for threads, other in enumerate(others, 2):
+            with self.subTest(threads):
+                self.assertEqual(first, other)
+        return first
+
+    def test_files(self):
+        self.check_equal(Job.names)
+
+    def test_console(self):
+        self.check_equal(lambda job: re.sub(r"\b\d(?= threads?\b)", "", self.masked(job, job.console)))
+
+    def test_pictures(self):
+        drawn = self.check_equal(lambda job: {path.name.removeprefix(job.identity): path.read_bytes()
+                                              for path in (job.result / f"{job.identity}image").iterdir()})
+        self.assertEqual(len(drawn), 2 * (len(FIRST_SITES) + len(SECOND_SITES)))
+
+    def test_pages_and_pdf_files(self):
+        self.check_equal(lambda job: [self.masked(job, path.read_text()) for path in job.pages()])
+        texts = self.check_equal(lambda job: [self.masked(job, printed(["pdftotext", "-layout"], path))
+                                              for path in sorted(job.result.glob("*.pdf"))])
+        self.assertEqual(len(texts), 2)
+
+    def test_log_of_the_conversions_is_whole(self):
+        for job in self.jobs:
+            lines = (job.folder / "prince.log").read_text().splitlines()
+            self.assertEqual(len(lines), 2)
+            for line in lines:
+                self.assertRegex(line, r"\A[\d-]+ [\d:]+ .*/J_\S+\.html: converted by \w+ \(.*\)\Z")
 
 
 class PagesAlone(RealJobCase, PictureChecks):
