@@ -167,9 +167,9 @@ class PrinceCase(ToolCase):
         for name in ("php", "timeout", "rm", *names):
             (self.commands / name).symlink_to(shutil.which(name))
 
-    def start(self, page=None):
+    def start(self, page=None, script="script.php"):
         """Starts the program's script in a process group of its own."""
-        script = self.folder / "script.php"
+        script = self.folder / script
         script.write_text(SCRIPT.format(folder=php_string(self.folder),
                                         prince=php_string(self.prince),
                                         page=php_string(page or self.page)))
@@ -471,6 +471,39 @@ class FailureTest(PrinceCase):
         self.assertEqual(self.processes(), [])
         self.assertEqual(list(self.homes.iterdir()), [])
         self.assertFalse(self.pdf.exists())
+
+
+class TogetherTest(PrinceCase):
+    """Several pages at once, as the program converts them."""
+    pages = 8
+
+    def convert_all(self):
+        """Converts copies of the page at the same time; gives their paths and what is printed for each."""
+        pages = [self.folder / f"page {number}.html" for number in range(self.pages)]
+        for page in pages:
+            shutil.copy(self.page, page)
+        runs = [self.start(page, f"script {number}.php") for number, page in enumerate(pages)]
+        return pages, [run.communicate(timeout=120)[0] for run in runs]
+
+    def test_each_gets_its_own_pdf(self):
+        self.stand_in_for_chromium('printf "%%PDF-1.4\\n$$\\n%%%%EOF\\n" > "$pdf"\n')
+        pages, printed = self.convert_all()
+        self.assertEqual(set(printed), {""})
+        self.assertEqual(len({page.with_suffix(".pdf").read_text() for page in pages}), self.pages)
+        self.assertEqual(sorted(re.findall(r"page \d\.html: converted by Chromium", self.log())),
+                         [f"page {number}.html: converted by Chromium" for number in range(self.pages)])
+
+    def test_log_entries_are_whole(self):
+        """Long ones, each of one word many times."""
+        self.stand_in_for_chromium('n=0; while [ $n -lt 4000 ]; do printf "$$ "; n=$((n + 1)); done; exit 1\n')
+        pages, _ = self.convert_all()
+        for page in pages:
+            about = [line.split(" ", 2)[2].removeprefix(f"{page}: ") for line in self.log().splitlines()
+                     if f" {page}: " in line]
+            self.assertEqual(len(about), 2)
+            self.assertRegex(about[0], r"\Awrn: Chromium \(.*\) made no PDF \(status 1\): (\d+)( \1){3999}\Z")
+            self.assertEqual(about[1], "err: no converter made a PDF")
+        self.assertEqual(len(self.log().splitlines()), 2 * self.pages)
 
 
 class RealPrinceProtocolTest(PrinceCase):
