@@ -82,7 +82,8 @@ def check(args, case, threads, place):
     jobs.keep(os.path.join(kept, "found"), left)
     print("pins: %s (%s)\n%s\nfiles: %s (expected, found)\nagain: python3 %s %s %s --threads %d%s\n"
           % (group.pins(case), os.path.relpath(group.path), jobs.describe(wanted, left, names), kept,
-             os.path.join(HERE, "run.py"), binary, case, threads, " --shake" * args.shake + " --overlap" * args.overlap))
+             os.path.join(HERE, "run.py"), binary, case, threads,
+             " --shake" * args.shake + " --overlap" * args.overlap))
     return False
 
 
