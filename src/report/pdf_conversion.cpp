@@ -42,7 +42,7 @@ std::string pathOf(const char* baseName, const char* ending) {
     return outputPath + jobID + baseName + ending;
 }
 
-std::optional<OutputTrouble> tryConvertPage(const char* baseName, const CapturedConsole* console) {
+std::optional<OutputTrouble> tryConvertPage(const std::string& baseName, const CapturedConsole* console) {
     const std::string script = pathOf(baseName, ".php");
     const std::string page = pathOf(baseName, ".html");
     const std::string pdf = pathOf(baseName, ".pdf");
@@ -114,12 +114,6 @@ bool isWholePDF(const std::string& path) {
     return end.ends_with(footer);
 }
 
-void convertPage(const char* baseName) {
-    // What the script prints goes to the same console as our own text.
-    std::cout << std::flush;
-    endOnTrouble(tryConvertPage(baseName, nullptr));
-}
-
 double converterMemory(std::uintmax_t pageBytes) {
     return leastConverterMemory + memoryPerPageByte * static_cast<double>(pageBytes);
 }
@@ -135,18 +129,17 @@ int conversionsAtOnce(std::vector<double> needs, int most, double memory) {
     return std::max(1, count);
 }
 
-void convertPages(std::span<const PossiblePage> possiblePages) {
-    std::vector<const char*> names;
+void convertPages() {
+    const std::vector<std::string> names = std::exchange(pagesToConvert, {});
     std::vector<double> needs;
-    for (const auto& [isAsked, baseName] : possiblePages) {
-        if (!isAsked) continue;
+    for (const std::string& baseName : names) {
         std::error_code unknown;
         const std::uintmax_t bytes = std::filesystem::file_size(pathOf(baseName, ".html"), unknown);
-        names.push_back(baseName);
         needs.push_back(converterMemory(unknown ? 0 : bytes));
     }
     const int mostAtOnce = callsAtOnce(getCurrentDirectory() + "/prince-calls-may-overlap");
     const int atOnce = conversionsAtOnce(needs, mostAtOnce, static_cast<double>(memoryAvailable()));
+    // What the scripts print goes to the same console as our own text.
     std::cout << std::flush;
     Progress progress("PDF", names.size(), Progress::Time::untold);
     ConsolesInOrder consoles(atOnce > 1 ? names.size() : 0, progress);

@@ -2,10 +2,10 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
 #include <vector>
 
+#include "run/shared_records.h"
 #include "run/system/output_file.h"
 #include "run/system/outside_tool.h"
 
@@ -23,12 +23,6 @@ inline constexpr const char* globalTree = "Global_Matching_Phylogenetic_Tree";
 inline constexpr const char* tree = "Phylogenetic_Tree";
 }  // namespace pages
 
-/// A page, and whether the answers ask for it.
-struct PossiblePage {
-    bool isAsked;
-    const char* baseName;
-};
-
 /// The script that converts the page.
 /// @param folder the working directory, where prince.php stands
 std::string conversionScript(const std::string& folder, const std::string& page);
@@ -36,10 +30,10 @@ std::string conversionScript(const std::string& folder, const std::string& page)
 /// Whether the file has the header and the end of a PDF. A tool that fails half-way leaves an empty file or a part.
 bool isWholePDF(const std::string& path);
 
-/// Converts a page of the job into the PDF beside it. With format "PDF" only the PDF stays; but where no whole one came
-/// out, the page, the only copy of the results, is kept under its name with ".unconverted" behind it.
-/// Ends the run if the script cannot be written.
-void convertPage(const char* baseName);
+/// Puts a page on the list of those that are to be converted, `pagesToConvert`.
+inline void convertPage(const char* baseName) {
+    pagesToConvert.emplace_back(baseName);
+}
 
 /// Memory that a converter takes for a page of so many bytes.
 double converterMemory(std::uintmax_t pageBytes);
@@ -50,9 +44,11 @@ double converterMemory(std::uintmax_t pageBytes);
 /// @param most how many calls the converter bears
 int conversionsAtOnce(std::vector<double> needs, int most, double memory);
 
-/// Converts the pages that are asked for, as `convertPage` does, and shows how far it is: several at a time if the file
+/// Converts the pages on the list, each into the PDF beside it, and shows how far it is: several at a time if the file
 /// "prince-calls-may-overlap" stands beside prince.php (see `callsAtOnce`), otherwise one after the other. What the
-/// tools print is never mixed and comes in the order of the pages.
-void convertPages(std::span<const PossiblePage> possiblePages);
+/// tools print is never mixed and comes in the order of the pages. With format "PDF" only the PDF stays; but where no
+/// whole one came out, the page, the only copy of the results, is kept under its name with ".unconverted" behind it.
+/// Ends the run if a script cannot be written.
+void convertPages();
 
 }  // namespace varnolix

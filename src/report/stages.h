@@ -13,11 +13,11 @@ namespace varnolix {
 /// Draws the logos of all input motifs.
 void writeMotif();
 /// Draws the two logos of one input motif.
-void writeMotifImage(const Matrix& matrix, long id);
+std::optional<OutputTrouble> writeMotifImage(const Matrix& matrix, long id);
 /// Draws the logos of all motifs of the collection.
 void writeDatabaseMotif();
-/// Draws the two logos of one motif of the collection.
-void writeDatabaseMotifImage(const Matrix& matrix, long id);
+/// Draws the two logos of one motif of the collection; otherwise like writeMotifImage.
+std::optional<OutputTrouble> writeDatabaseMotifImage(const Matrix& matrix, long id);
 
 // Headers. Each empties its report.
 
@@ -90,13 +90,13 @@ void writeFooterHTMLOrPDFDatabaseMatch();
 
 // PDF conversion.
 
-/// Converts the page of the matches across files.
+/// Asks for the conversion of the page of the matches across files.
 void convertHTMLToPDFGlobal();
-/// Converts the page of the top motifs in the collection.
+/// Asks for that of the top motifs in the collection.
 void convertHTMLToPDFGlobalDatabaseMatch();
-/// Converts the full page.
+/// Asks for that of the full page.
 void convertHTMLToPDF();
-/// Converts the page of the matches in the collection.
+/// Asks for that of the matches in the collection.
 void convertHTMLToPDFDatabaseMatch();
 
 }  // namespace varnolix

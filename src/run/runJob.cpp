@@ -174,14 +174,15 @@ void runJob() {
     // The run time is known: the reports are closed by their footers.
     for (const ReportFrame& frame : frames) when(frame.isAsked, frame.writeFooter);
 
-    // Pages are finished, so they can be converted.
+    // Pages are finished, so they can be converted: each stage asks for one, and then all are converted.
     if (writesPDF()) {
-        const PossiblePage possiblePages[] = {
-            {true, pages::global},       {isDatabase, pages::databaseGlobal},
-            {isAll, pages::full},        {isAll && isDatabase, pages::database},
-            {isTree, pages::globalTree}, {isTree && isAll, pages::tree},
-        };
-        convertPages(possiblePages);
+        convertHTMLToPDFGlobal();
+        when(isDatabase, convertHTMLToPDFGlobalDatabaseMatch);
+        when(isAll, convertHTMLToPDF);
+        when(isAll && isDatabase, convertHTMLToPDFDatabaseMatch);
+        when(isTree, convertHTMLToPDFPhylogeneticTreeGlobal);
+        when(isTree && isAll, convertHTMLToPDFPhylogeneticTree);
+        convertPages();
         clock.partEnds("PDF files");
     }
 

@@ -91,6 +91,7 @@ std::vector<RankedList> rankedLists;
 std::vector<combinedMatrices> mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches;
 DistanceTable distanceMatrix, distanceMatrixGlobal;
 
+std::vector<std::string> pagesToConvert;
 RunningTools runningTools;
 
 }  // namespace varnolix

@@ -252,6 +252,7 @@ extern DistanceTable distanceMatrix, distanceMatrixGlobal;
 
 // Outside tools.
 
+extern std::vector<std::string> pagesToConvert;  ///< pages without ".html" and the job's identity, in their order
 struct RunningTools;
 extern RunningTools runningTools;  ///< the tools that are running, for run/outside_tool and its signal handlers
 

@@ -24,9 +24,9 @@ void writeFooterPhylogeneticTreeGlobalHTMLOrPDF();
 /// Ends the page of the tree of all motifs.
 void writeFooterPhylogeneticTreeHTMLOrPDF();
 
-/// Converts the page of the tree across files.
+/// Asks for the conversion of the page of the tree across files.
 void convertHTMLToPDFPhylogeneticTreeGlobal();
-/// Converts the page of the tree of all motifs.
+/// Asks for that of the tree of all motifs.
 void convertHTMLToPDFPhylogeneticTree();
 
 }  // namespace varnolix

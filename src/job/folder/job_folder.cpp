@@ -64,7 +64,7 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
     for (const char* name : {"motifs", "result", "databases/jaspar", "databases/transfac", "databases/uniprobe"}) {
         makeFolder(folder / name);
     }
-    const fs::path job = fs::canonical(folder);
+    fs::path job = fs::canonical(folder);
     for (const char* name : {"prince.php", "prince-calls-may-overlap"})
         writeFile(job / name, readFile(installation.home / "tools" / name));
     linkFile(installation.logoTool, job / "motifs" / "weblogo-3.4");

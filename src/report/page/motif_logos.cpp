@@ -63,10 +63,11 @@ std::optional<OutputTrouble> drawLogos(const Matrix& matrix, char letter, long i
     return trouble;
 }
 
-void drawAllLogos(std::span<const data> motifs, char letter) {
+void drawAllLogos(std::span<const data> motifs,
+                  std::optional<OutputTrouble> (*drawBoth)(const Matrix& matrix, long id)) {
     Progress progress("logos", 2 * motifs.size(), Progress::Time::estimated);
     const auto drawOne = [&](std::size_t k) {
-        auto trouble = drawLogos(motifs[k].matrix, letter, motifs[k].matrixID);
+        auto trouble = drawBoth(motifs[k].matrix, motifs[k].matrixID);
         progress.add(2);
         return trouble;
     };

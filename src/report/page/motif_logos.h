@@ -28,6 +28,8 @@ std::optional<OutputTrouble> drawLogos(const Matrix& matrix, char letter, long i
 /// Draws the logos of all motifs in their order and shows how far it is: motifs on all threads if the file
 /// "calls-may-overlap" stands beside WebLogo (see `callsAtOnce`), otherwise one after the other. If several motifs have
 /// the same number, the last one keeps its pictures. Ends the run on trouble.
-void drawAllLogos(std::span<const data> motifs, char letter);
+/// @param drawBoth draws the logos of one motif
+void drawAllLogos(std::span<const data> motifs,
+                  std::optional<OutputTrouble> (*drawBoth)(const Matrix& matrix, long id));
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void writeDatabaseMotif() {
-    drawAllLogos(DatabaseDatasets, 'D');
+    drawAllLogos(DatabaseDatasets, writeDatabaseMotifImage);
 }
 
 }  // namespace varnolix

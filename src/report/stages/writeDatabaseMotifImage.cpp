@@ -4,8 +4,8 @@
 
 namespace varnolix {
 
-void writeDatabaseMotifImage(const Matrix& matrix, long id) {
-    endOnTrouble(drawLogos(matrix, 'D', id));
+std::optional<OutputTrouble> writeDatabaseMotifImage(const Matrix& matrix, long id) {
+    return drawLogos(matrix, 'D', id);
 }
 
 }  // namespace varnolix

@@ -5,7 +5,7 @@
 namespace varnolix {
 
 void writeMotif() {
-    drawAllLogos(Datasets, 'M');
+    drawAllLogos(Datasets, writeMotifImage);
 }
 
 }  // namespace varnolix

@@ -4,8 +4,8 @@
 
 namespace varnolix {
 
-void writeMotifImage(const Matrix& matrix, long id) {
-    endOnTrouble(drawLogos(matrix, 'M', id));
+std::optional<OutputTrouble> writeMotifImage(const Matrix& matrix, long id) {
+    return drawLogos(matrix, 'M', id);
 }
 
 }  // namespace varnolix

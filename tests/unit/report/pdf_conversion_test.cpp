@@ -91,6 +91,7 @@ TEST_F(PDFTest, OnlyAWholeOneTakesThePlaceOfThePage) {
         setenv("PATH", folder().c_str(), 1);
         ::testing::internal::CaptureStderr();
         convertPage("P");
+        convertPages();
         ::testing::internal::GetCapturedStderr();
         setenv("PATH", path.c_str(), 1);
         EXPECT_FALSE(std::filesystem::exists(folder() + "J_1_P.html"));
@@ -154,10 +155,10 @@ class ConvertPagesTest : public testing::FolderTest {
 
 TEST_F(ConvertPagesTest, ConverterWithoutAPromiseRunsOnceAtATimeAndInOrder) {
     installPHP("#!/bin/sh\nmkdir scratch || echo overlap\necho ${1##*/}\nsleep 0.05\nrmdir scratch\n");
-    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}, {true, "P_3"}};
+    for (const char* page : {"P_1", "P_2", "P_3"}) convertPage(page);
     omp_set_num_threads(9);
     ::testing::internal::CaptureStdout();
-    convertPages(possiblePages);
+    convertPages();
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "J_1_P_1.php\nJ_1_P_2.php\nJ_1_P_3.php\n");
 }
 
@@ -166,10 +167,10 @@ TEST_F(ConvertPagesTest, ConverterWithAPromiseRunsOnSeveralThreads) {
     installOverlappingPHP(
         "#!/bin/sh\n: > ${1%.php}.begun\n"
         "for n in $(seq 500); do set -- *.begun; [ $# -gt 1 ] && break; sleep 0.01; done\necho $#\n");
-    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}};
+    for (const char* page : {"P_1", "P_2"}) convertPage(page);
     omp_set_num_threads(2);
     ::testing::internal::CaptureStdout();
-    convertPages(possiblePages);
+    convertPages();
     EXPECT_EQ(::testing::internal::GetCapturedStdout(), "2\n2\n");
 }
 
@@ -178,14 +179,14 @@ TEST_F(ConvertPagesTest, ConvertsWhatIsAskedAndPrintsInOrder) {
     installOverlappingPHP(
         "#!/bin/sh\nn=${1%.php}; n=${n##*_}; printf 'begin '; sleep 0.$((3 - n)); echo \"$n\"; echo \"e$n\" >&2\n"
         "[ -f \"$1\" ] && cp \"${1%.php}.html\" \"${1%.php}.pdf\"\n");
-    const PossiblePage possiblePages[] = {{true, "P_1"}, {false, "P_0"}, {true, "P_2"}, {true, "P_3"}};
     for (const char* name : {"J_1_P_1.html", "J_1_P_0.html", "J_1_P_2.html", "J_1_P_3.html"}) write(name, name);
     for (const int threads : {1, 2, 3, 9}) {
         omp_set_num_threads(threads);
+        for (const char* page : {"P_1", "P_2", "P_3"}) convertPage(page);
         // Tools write past the streams.
         ::testing::internal::CaptureStdout();
         ::testing::internal::CaptureStderr();
-        convertPages(possiblePages);
+        convertPages();
         EXPECT_EQ(::testing::internal::GetCapturedStdout(), "begin 1\nbegin 2\nbegin 3\n") << threads;
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "e1\ne2\ne3\n") << threads;
         for (const char* name : {"J_1_P_1", "J_1_P_2", "J_1_P_3"}) {
@@ -204,11 +205,11 @@ TEST_F(ConvertPagesDeathTest, LostScriptEndsTheRunAndLeavesThePagesOfOtherThread
     outputFileFormat = "PDF";
     for (const char* name : {"J_1_P_1.html", "J_1_P_2.html"}) write(name, name);
     std::filesystem::create_directory(folder() + "J_1_P_2.php");
-    const PossiblePage possiblePages[] = {{true, "P_1"}, {true, "P_2"}};
+    for (const char* page : {"P_1", "P_2"}) convertPage(page);
     EXPECT_EXIT(
         {
             omp_set_num_threads(2);
-            convertPages(possiblePages);
+            convertPages();
         },
         ::testing::ExitedWithCode(1), "^" + folder() + "J_1_P_2\\.php could not be written: Is a directory\\.\n$");
     EXPECT_TRUE(std::filesystem::exists(folder() + "J_1_P_1.html"));

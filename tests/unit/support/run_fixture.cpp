@@ -91,7 +91,7 @@ void resetGlobals() {
     startAnew(commonBestScoreResultList, globalMatchingScoreResultList);
     startAnew(topGlobalMatchingResults, topGlobalAndLocalMatchingResults, topBestMatchesResults);
     startAnew(mergedMotifGlobalMatching, mergedMotifGlobalAndLocalMatching, mergedMotifBestMatches);
-    startAnew(rankedLists, stageTimes);
+    startAnew(rankedLists, stageTimes, pagesToConvert);
     startAnew(mergedMotifList, mergedMotifListGlobalAndLocal, mergedMotifListBestMatches);
     startAnew(distanceMatrix, distanceMatrixGlobal);
     startAnew(keepsRankedLists, rankedLists, stageTimes);

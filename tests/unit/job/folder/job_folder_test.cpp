@@ -36,7 +36,8 @@ TEST_F(JobFolderTest, StartScriptNamesTheInstallation) {
 }
 
 TEST_F(JobFolderTest, HasWhatTheStagesNeed) {
-    EXPECT_EQ(makeJobFolder(job, installation), fs::canonical(job));
+    const fs::path made = makeJobFolder(job, installation);
+    EXPECT_EQ(made, fs::canonical(job));
     for (const char* name : {"motifs", "result", "databases/jaspar", "motifs/weblogo-3.4"}) {
         EXPECT_TRUE(fs::is_directory(job / name)) << name;
     }

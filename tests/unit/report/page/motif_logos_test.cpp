@@ -89,7 +89,7 @@ TEST_F(MotifLogosTest, ToolWithoutAPromiseIsCalledOnceAtATimeAndInOrder) {
         wanted += std::to_string(k) + "\n" + std::to_string(k) + "\n";
     }
     omp_set_num_threads(9);
-    drawAllLogos(motifs, 'M');
+    drawAllLogos(motifs, writeMotifImage);
     EXPECT_EQ(read("weblogo-3.4/calls"), wanted);
 }
 
@@ -100,7 +100,7 @@ TEST_F(MotifLogosTest, ToolWithAPromiseIsCalledOnSeveralThreads) {
         "for n in $(seq 500); do set -- ${own%-*}-*; [ $# -gt 1 ] && break; sleep 0.01; done\n"
         "echo $#\n");
     omp_set_num_threads(2);
-    drawAllLogos(std::vector{testing::motifOfText(1, "A"), testing::motifOfText(2, "CC")}, 'M');
+    drawAllLogos(std::vector{testing::motifOfText(1, "A"), testing::motifOfText(2, "CC")}, writeMotifImage);
     EXPECT_EQ(read("J_1_image/J_1_M1.jpeg"), "2\n");
     EXPECT_EQ(read("J_1_image/J_1_M2.jpeg"), "2\n");
 }
@@ -116,7 +116,7 @@ TEST_F(MotifLogosTest, EveryThreadCountDrawsTheSame) {
         omp_set_num_threads(threads);
         jobID = "J_" + std::to_string(threads) + "_";
         ::testing::internal::CaptureStderr();
-        drawAllLogos(motifs, 'M');
+        drawAllLogos(motifs, writeMotifImage);
         EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
         const std::string stem = jobID + "image/" + jobID + "M";
         for (int k = 1; k <= 12; ++k) {
@@ -134,7 +134,8 @@ TEST_F(MotifLogosTest, LastOfMotifsWithTheSameNumberKeepsItsPictures) {
     installOverlappingTool("#!/bin/sh\ntext=$(cat)\ncase $text in *\"9 \"*) sleep 0.2;; esac\necho \"$text\"\n");
     omp_set_num_threads(3);
     const data last = testing::motifOfText(1, "ACGT");
-    drawAllLogos(std::vector{testing::motifOfText(1, testing::times(9, 'A')), testing::motifOfText(2, "C"), last}, 'D');
+    drawAllLogos(std::vector{testing::motifOfText(1, testing::times(9, 'A')), testing::motifOfText(2, "C"), last},
+                 writeDatabaseMotifImage);
     EXPECT_EQ(read("J_1_image/J_1_D1.jpeg"), logoMatrixText(last.matrix));
 }
 
@@ -149,7 +150,7 @@ TEST_F(MotifLogosDeathTest, LostMatrixFileEndsTheRunAndTheToolsOfOtherThreads) {
     EXPECT_EXIT(
         {
             omp_set_num_threads(3);
-            drawAllLogos(motifs, 'M');
+            drawAllLogos(motifs, writeMotifImage);
         },
         ::testing::ExitedWithCode(1), "^" + image + "J_1_M3\\.txt could not be written: Is a directory\\.\n$");
     std::filesystem::remove_all(image + "J_1_M3.txt");
