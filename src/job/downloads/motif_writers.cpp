@@ -63,26 +63,26 @@ NumberColumn probabilitiesOf(const NumberColumn& column) {
     return probabilities;
 }
 
-/// The number of sites as a text of the MEME layout, with a blank at its end; empty if it is not known. For counts it
-/// is the greatest sum of a column.
+/// The number of sites: the one of the download if it is a whole number, or else for counts the greatest sum of a
+/// column. Some readers do not go on without a number, so where it is not known it is the one that the programs of MEME
+/// suppose.
 std::string statedSites(const DownloadedMotif& motif) {
+    constexpr const char* supposed = "20";
     constexpr std::size_t mostDigits = 9;
     constexpr double most = 1e9;
     const bool isWhole = motif.siteCount.find_first_not_of("0123456789") == std::string::npos;
-    if (!motif.siteCount.empty() && motif.siteCount.size() <= mostDigits && isWhole) {
-        return "nsites= " + motif.siteCount + " ";
-    }
+    if (!motif.siteCount.empty() && motif.siteCount.size() <= mostDigits && isWhole) return motif.siteCount;
     double sites = 0;
     for (const NumberColumn& column : motif.columns) sites = std::max(sites, sumOf(valuesOf(column)));
-    if (addUpToOne(sites) || sites < 1 || sites >= most) return "";
-    return "nsites= " + std::to_string(std::lround(sites)) + " ";
+    if (addUpToOne(sites) || sites < 1 || sites >= most) return supposed;
+    return std::to_string(std::lround(sites));
 }
 
 void appendMemeMotif(const DownloadedMotif& motif, std::string& text) {
     text += "MOTIF " + joined(motif.id);
     if (!motif.name.empty()) text += " " + joined(motif.name);
-    text += "\nletter-probability matrix: alength= 4 w= " + std::to_string(motif.columns.size()) + " " +
-            statedSites(motif) + "E= 0\n";
+    text += "\nletter-probability matrix: alength= 4 w= " + std::to_string(motif.columns.size()) +
+            " nsites= " + statedSites(motif) + " E= 0\n";
     for (const NumberColumn& column : motif.columns) {
         for (const std::string& probability : probabilitiesOf(column)) text += " " + probability;
         text += '\n';

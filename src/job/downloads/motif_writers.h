@@ -19,9 +19,9 @@ std::string jasparText(const DownloadedMotif& motif, Taxon taxon = Taxon::leftOu
 /// One entry in the TRANSFAC layout.
 std::string transfacText(const DownloadedMotif& motif, Taxon taxon = Taxon::leftOut);
 
-/// A minimal MEME file of all the motifs. A column whose texts add up to exactly 1 is written as it stands. Others are
-/// divided by their sum and written with as many digits as it takes to read the same double back; a column that is 0
-/// throughout stays so.
+/// A minimal MEME file of all the motifs. A column that adds up to 1, within a thousandth, is written as it stands.
+/// Others are divided by their sum and written with as many digits as it takes to read the same double back; a column
+/// that is 0 throughout stays so. Where the number of sites is not known, it is 20, as the programs of MEME suppose.
 std::string memeText(std::span<const DownloadedMotif> motifs);
 
 /// A table with one row a column, tab between its fields: id, name, position_1based, A, C, G, T.
