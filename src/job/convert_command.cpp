@@ -27,7 +27,7 @@ std::string eachAlone(std::span<const DownloadedMotif> motifs, Taxon taxon) {
 }
 
 template <std::string (*textOfAll)(std::span<const DownloadedMotif>)>
-std::string allTogether(std::span<const DownloadedMotif> motifs, Taxon) {
+std::string allTogether(std::span<const DownloadedMotif> motifs, Taxon /*taxon*/) {
     return textOfAll(motifs);
 }
 
