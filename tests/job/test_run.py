@@ -20,7 +20,7 @@ class Run(CompanionTest):
 
     def test_files_are_data_sets_in_order(self):
         rows = table(os.path.join(self.job("a.jaspar", "known=b.jaspar"), "motifs.tsv"))
-        self.assertEqual([(row["dataset"], row["name"]) for row in rows],
+        self.assertEqual([(row["dataset"], row["id"]) for row in rows],
                          [("a", "M1"), ("a", "M2"), ("known", "N1"), ("known", "N2")])
 
     def test_folder_gzip_and_standard_input(self):

@@ -41,7 +41,7 @@ constexpr TableColumn<Row> columns[] = {
       "step in which the member joined: 0 is the motif that the group belongs to, then its matches by rank",
       "whole, counted from 0"},
      [](const Row& row) -> Cell { return std::int64_t{row.step}; }},
-    {{"member_number_1based", "number of the member in the reports (\"Motif ID\"): `id` in motifs.tsv",
+    {{"member_number_1based", "number of the member in the reports (\"Motif ID\"): `motif_number_1based` in motifs.tsv",
       "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.member.matrixID}; }},
     {{"member_id", "name of the member as in its file", "text"}, [](const Row& row) -> Cell { return row.names.id; }},

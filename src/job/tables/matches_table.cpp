@@ -22,7 +22,7 @@ constexpr TableColumn<Row> columns[] = {
     {{"match_rank_1based", "place of the match among those of the query in this list", "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.matchRank}; }},
     {{"query_dataset", "data set of the query", "text"}, [](const Row& row) -> Cell { return row.queryNames.dataset; }},
-    {{"query_number_1based", "number of the query in the reports (\"Motif ID\"): `id` in motifs.tsv",
+    {{"query_number_1based", "number of the query in the reports (\"Motif ID\"): `motif_number_1based` in motifs.tsv",
       "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.query.matrixID}; }},
     {{"query_id", "name of the query as in its file", "text"},

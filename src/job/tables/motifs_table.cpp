@@ -11,14 +11,15 @@ Cell whole(std::size_t number) {
 }
 
 constexpr TableColumn<MotifRow> ofMotifs[] = {
-    {{"id", "number of the motif in the reports (\"Motif ID\")", "whole, counted from 1"},
+    {{"motif_number_1based", "number of the motif in the reports (\"Motif ID\"); `query_number_1based` in matches.tsv",
+      "whole, counted from 1"},
      [](const MotifRow& row) -> Cell { return std::int64_t{row.motif.matrixID}; }},
     {{"dataset", "data set of the motif", "text"}, [](const MotifRow& row) -> Cell { return row.names.dataset; }},
     {{"number_1based", "number of the motif in its data set", "whole, counted from 1"},
      [](const MotifRow& row) -> Cell { return std::int64_t{row.source.number}; }},
-    {{"name", "name as in the file; `query_id` and `target_id` in matches.tsv", "text"},
+    {{"id", "name as in the file; `query_id` and `target_id` in matches.tsv", "text"},
      [](const MotifRow& row) -> Cell { return row.names.id; }},
-    {{"second_name", "second name as in the file; `query_name` and `target_name` in matches.tsv", "text, may be empty"},
+    {{"name", "second name as in the file; `query_name` and `target_name` in matches.tsv", "text, may be empty"},
      [](const MotifRow& row) -> Cell { return row.names.name; }},
     {{"report_name", "name in the reports", "one word"},
      [](const MotifRow& row) -> Cell { return row.names.reportName; }},

@@ -26,15 +26,15 @@ TEST_F(MotifsTableTest, RowsDescribeTheMotifs) {
     second.motif.line = 77;
     const std::vector<TsvRow> rows = rowsOfTsv(motifsTsv(results()));
     ASSERT_EQ(rows.size(), 2U);
-    EXPECT_EQ(rows[0].at("id"), "1");
+    EXPECT_EQ(rows[0].at("motif_number_1based"), "1");
     EXPECT_EQ(rows[0].at("dataset"), "set 1");
     EXPECT_EQ(rows[0].at("information_bits"), "8");
     EXPECT_EQ(rows[0].at("note"), "");
-    EXPECT_EQ(rows[1], (TsvRow{{"id", "2"},
+    EXPECT_EQ(rows[1], (TsvRow{{"motif_number_1based", "2"},
                                {"dataset", "set 2"},
                                {"number_1based", "1"},
-                               {"name", "odd name"},
-                               {"second_name", "second 2"},
+                               {"id", "odd name"},
+                               {"name", "second 2"},
                                {"report_name", "motif2"},
                                {"file", "folder/file.txt"},
                                {"line_1based", "77"},
