@@ -1,9 +1,10 @@
-# Writes the tree of a distance table as Newick and, if a picture is named, draws it. The companion calls it:
+# Writes the trees of distance tables as Newick and, if a picture is named, draws them. The companion calls it:
 #
-#     Rscript tree_newick.R TABLE NEWICK [PICTURE]
+#     Rscript tree_newick.R TABLE NEWICK PICTURE ...
 #
-# The table is one that the tree stage has written: labels in the first row and column, a comma behind every row. The
-# tree is the one of that stage's picture: complete linkage, lengths as ape takes them from the heights.
+# with three arguments for each tree; "-" instead of PICTURE draws none. The tables are those that the tree stage has
+# written: labels in the first row and column, a comma behind every row. The trees are those of that stage's pictures:
+# complete linkage, lengths as ape takes them from the heights.
 
 suppressMessages(library(ape))
 
@@ -29,7 +30,12 @@ drawTree <- function(tree, path) {
     invisible(dev.off())
 }
 
-arguments <- commandArgs(trailingOnly = TRUE)
-tree <- as.phylo(hclust(as.dist(readTable(arguments[1]))))
-write.tree(tree, arguments[2], digits = 15)
-if (length(arguments) > 2) drawTree(tree, arguments[3])
+writeTree <- function(paths) {
+    tree <- as.phylo(hclust(as.dist(readTable(paths[1]))))
+    write.tree(tree, paths[2], digits = 15)
+    if (paths[3] != "-") drawTree(tree, paths[3])
+}
+
+trees <- matrix(commandArgs(trailingOnly = TRUE), nrow = 3)
+# Each tree in a process of its own, so that one that fails does not stop the other.
+invisible(parallel::mclapply(asplit(trees, 2), writeTree, mc.cores = ncol(trees)))

@@ -2,6 +2,8 @@
 
 #include <omp.h>
 
+#include <array>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -12,7 +14,6 @@
 #include "job/tables/matches_table.h"
 #include "job/tables/motifs_table.h"
 #include "job/tables/tree_files.h"
-#include "run/run_text.h"
 #include "run/settings.h"
 #include "run/system/output_file.h"
 #include "tree/tree_plot.h"
@@ -20,6 +21,15 @@
 namespace varnolix::job {
 
 namespace {
+
+/// The time as "2030-12-31T23:59:59Z".
+std::string utcTime() {
+    const std::time_t now = std::time(nullptr);
+    std::tm parts{};
+    gmtime_r(&now, &parts);
+    std::array<char, 32> text{};
+    return {text.data(), std::strftime(text.data(), text.size(), "%FT%TZ", &parts)};
+}
 
 /// Opens a file of the folder for writing, and closes and checks it in the end.
 class OutputFile {
@@ -64,13 +74,9 @@ void writeCombined(const JobResults& results, const std::string& folder) {
     writeText(stem + ".transfac", joined(motifs, [](const DownloadedMotif& motif) { return transfacText(motif); }));
 }
 
-/// Writes the tree of one table, and notes if it cannot be written.
-void writeTreeOf(const TreeFiles& tree, const char* stem, const TableSettings& settings,
-                 std::vector<std::string>& notes) {
-    TreePaths paths{outputPath + tree.table, settings.folder + stem + ".nwk", ""};
-    if (lacksPicture(Datasets.size())) paths.picture = settings.folder + stem + ".png";
-    const std::string missing = writeTree(settings.treeScript, paths);
-    if (!missing.empty()) notes.push_back(missing);
+/// The files of a tree, with a picture where the tree stage draws none.
+TreePaths pathsOf(const TreeFiles& tree, const std::string& stem) {
+    return {outputPath + tree.table, stem + ".nwk", lacksPicture(Datasets.size()) ? stem + ".png" : ""};
 }
 
 }  // namespace
@@ -79,7 +85,6 @@ std::vector<std::string> writeTables(const JobSources& sources, const std::vecto
                                      const TableSettings& settings) {
     const double begin = omp_get_wtime();
     const JobResults results = resultsOf(sources);
-    std::vector<std::string> notes;
     {
         OutputFile tsv(settings.folder + "matches.tsv");
         OutputFile json(settings.folder + "matches.json");
@@ -88,15 +93,23 @@ std::vector<std::string> writeTables(const JobSources& sources, const std::vecto
     writeText(settings.folder + "motifs.tsv", motifsTsv(results));
     writeText(settings.folder + "skipped.tsv", skippedTsv(skipped));
     if (combinedMotifFlag == "Y") writeCombined(results, settings.folder);
-    if (isLocalTreeDrawn()) writeTreeOf(listTree, "tree", settings, notes);
-    if (isGlobalTreeDrawn()) writeTreeOf(globalTree, "tree_global", settings, notes);
+    std::vector<TreePaths> trees;
+    if (isLocalTreeDrawn()) trees.push_back(pathsOf(listTree, settings.folder + "tree"));
+    if (isGlobalTreeDrawn()) trees.push_back(pathsOf(globalTree, settings.folder + "tree_global"));
+    std::vector<std::string> notes = writeTrees(settings.treeScript, trees);
     stageTimes.push_back({"tables", omp_get_wtime() - begin});
     return notes;
 }
 
 void writeJobRecord(const JobSources& sources, const RecordedJob& job, const TableSettings& settings) {
-    const JobRecord record{job.version,           getCurrDateTime(),           job.settings, job.inputs, stageTimes,
-                           peakMemoryOfProcess(), filesBelow(settings.folder), job.notes};
+    const JobRecord record{job.version,
+                           utcTime(),
+                           job.settings,
+                           job.inputs,
+                           stageTimes,
+                           peakMemoryOfProcess(),
+                           filesBelow(settings.folder),
+                           job.notes};
     const std::string path = settings.folder + "job.json";
     const std::string unfinished = path + ".part";
     writeText(unfinished, jobRecordText(record, resultsOf(sources)));

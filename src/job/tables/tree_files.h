@@ -1,8 +1,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
-// The tree as Newick, and a picture where the tree stage has none: R's cut into ten clusters fails for fewer motifs.
+// The trees as Newick, and a picture where the tree stage draws none: R's cut into ten clusters fails for fewer motifs.
 
 namespace varnolix::job {
 
@@ -12,10 +13,10 @@ struct TreePaths {
     std::string picture;  ///< the picture to draw; empty if none is wanted
 };
 
-/// Has R write the files.
+/// Has R write the files of all trees, in one go.
 /// @param script path of tree_newick.R
-/// @return a sentence that says what is missing and why; empty if all was written
-std::string writeTree(const std::string& script, const TreePaths& paths);
+/// @return for each tree with a missing file, a sentence that says what is missing and why
+std::vector<std::string> writeTrees(const std::string& script, const std::vector<TreePaths>& trees);
 
 /// Whether the tree stage draws no picture of so many motifs.
 constexpr bool lacksPicture(std::size_t motifs) {

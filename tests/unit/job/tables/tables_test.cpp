@@ -20,15 +20,18 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::StartsWith;
 
-/// The job folder is `job` in the folder of the test, and `Rscript` a stand-in that writes its arguments into each file
-/// after the second.
+/// The job folder is `job` in the folder of the test, and `Rscript` a stand-in that writes its arguments into the files
+/// that the script would write.
 class TablesTest : public testing::SmallJobTest {
   protected:
     TablesTest() {
         fs::create_directories(folder() + "job/result");
         outputPath = folder() + "job/result/";
         fs::create_directory(folder() + "bin");
-        write("bin/Rscript", "#!/bin/sh\nall=\"$*\"\nshift 2\nfor file; do echo \"$all\" > \"$file\"; done\n");
+        write("bin/Rscript",
+              "#!/bin/sh\nall=\"$*\"\nshift\n"
+              "while [ $# -gt 0 ]; do\n  echo \"$all\" > \"$2\"\n"
+              "  [ \"$3\" = - ] || echo \"$all\" > \"$3\"\n  shift 3\ndone\n");
         fs::permissions(folder() + "bin/Rscript", fs::perms::owner_all);
         setPath(folder() + "bin:" + pathBefore_);
         Datasets = {testing::motifOfText(1, "AACCA", 1), testing::motifOfText(2, "AACCA", 1),
@@ -83,8 +86,22 @@ TEST_F(TablesTest, TreesAreDrawnByR) {
     motifCluster = "Y";
     EXPECT_TRUE(tables().empty());
     EXPECT_THAT(jobFiles(), ::testing::IsSupersetOf({"tree.nwk", "tree.png", "tree_global.nwk", "tree_global.png"}));
-    EXPECT_EQ(read("job/tree.nwk"), "script.R " + outputPath + listTree.table + " " + folder() + "job/tree.nwk " +
-                                        folder() + "job/tree.png\n");
+    const std::string stem = folder() + "job/tree";
+    EXPECT_EQ(read("job/tree.nwk"), "script.R " + outputPath + listTree.table + " " + stem + ".nwk " + stem + ".png " +
+                                        outputPath + globalTree.table + " " + stem + "_global.nwk " + stem +
+                                        "_global.png\n");
+}
+
+TEST_F(TablesTest, TenMotifsHaveTheirPictureAlready) {
+    Datasets.clear();
+    for (int id = 1; id <= 10; ++id) Datasets.push_back(testing::motifOfText(id, "AACCA"));
+    sources = sourcesOfMotifs();
+    motifCluster = "Y";
+    numFile = 1;
+    EXPECT_TRUE(tables().empty());
+    EXPECT_THAT(read("job/tree.nwk"), ::testing::EndsWith("job/tree.nwk -\n"));
+    EXPECT_FALSE(fs::exists(folder() + "job/tree.png"));
+    EXPECT_FALSE(fs::exists(folder() + "job/tree_global.nwk"));
 }
 
 TEST_F(TablesTest, WithoutRTheJobGoesOn) {
