@@ -17,6 +17,8 @@ using Row = CombinedRow;
 using Steps = std::vector<combinedMatrices>;
 
 constexpr const char* mergedFlag = "Y";
+/// Some readers of MEME files require a number of sites. This is the one that MEME assumes where none is given.
+constexpr const char* assumedSites = "20";
 
 /// A cell of the placement; nothing if there is none.
 template <class Value>
@@ -182,6 +184,7 @@ std::vector<DownloadedMotif> combinedMotifs(const JobResults& results, std::span
             DownloadedMotif& motif = motifs.emplace_back();
             motif.id = combinedId(list.kind, static_cast<int>(place) + 1);
             motif.name = namesOfInput(results, motifOf(results.motifs, list.groups[place].front().matrixID1)).id;
+            motif.siteCount = assumedSites;
             for (const Column& column : last->combinedMatrix) {
                 NumberColumn& numbers = motif.columns.emplace_back();
                 std::transform(column.begin(), column.end(), numbers.begin(), decimalText);
