@@ -1,7 +1,6 @@
 #include "job/tables/pair_placement.h"
 
 #include <algorithm>
-#include <utility>
 
 #include "input/getConsensusString.h"
 
@@ -30,7 +29,7 @@ std::string columnLetters(const data& motif, MatchingFormat format) {
     return letters;
 }
 
-FramedLetters framedLetters(std::string query, std::string target, int targetOffset) {
+FramedLetters framedLetters(const std::string& query, const std::string& target, int targetOffset) {
     const int beforeQuery = std::max(0, -targetOffset);
     const int beforeTarget = std::max(0, targetOffset);
     const std::size_t length = std::max(query.size() + static_cast<std::size_t>(beforeQuery),

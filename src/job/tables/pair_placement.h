@@ -51,6 +51,6 @@ struct FramedLetters {
     std::string target;
 };
 
-FramedLetters framedLetters(std::string query, std::string target, int targetOffset);
+FramedLetters framedLetters(const std::string& query, const std::string& target, int targetOffset);
 
 }  // namespace varnolix::job
