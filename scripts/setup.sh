@@ -19,7 +19,8 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
-build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zlib1g-dev)
+build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zlib1g-dev
+                libssl-dev)
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
                  r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape)
 check_packages=(clang libomp-dev libclang-rt-dev clang-format clang-tidy shellcheck)
@@ -45,19 +46,21 @@ wanted_packages() {
     ! $checks || printf '%s\n' "${check_packages[@]}"
     [[ $choice != text ]] || return 0
     printf '%s\n' "${report_packages[@]}"
-    ! $tests || echo poppler-utils
+    ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil
     [[ $choice != chromium ]] || echo chromium
 }
 
 # without PACKAGE: says what goes wrong without it.
 without() {
     case $1 in
-        g++ | cmake | ninja-build | libcli11-dev | nlohmann-json3-dev | zlib1g-dev) echo "the program cannot be built" ;;
+        g++ | cmake | ninja-build | libcli11-dev | nlohmann-json3-dev | zlib1g-dev | libssl-dev)
+            echo "the program cannot be built" ;;
         python3) echo "no collection can be installed and no logo drawn" ;;
         libgtest-dev | libgmock-dev) echo "the tests cannot be built" ;;
         clang | libomp-dev) echo "nothing can be built with clang" ;;
         libclang-rt-dev) echo "no fuzz targets, and no sanitizers with clang" ;;
         clang-format | clang-tidy | shellcheck) echo "check.sh fails" ;;
+        python3-biopython | python3-pil) echo "tests of the tables and pictures of jobs fail" ;;
         poppler-utils) echo "the tests of PDF files fail" ;;
         python3-weblogo | ghostscript) echo "pages have no logos" ;;
         php-cli) echo "no PDF files are made" ;;

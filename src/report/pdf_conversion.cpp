@@ -38,7 +38,7 @@ void setPageAside(const std::string& page, const std::string& pdf) {
     }
 }
 
-std::string pathOf(const char* baseName, const char* ending) {
+std::string pathOf(const std::string& baseName, const char* ending) {
     return outputPath + jobID + baseName + ending;
 }
 

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "run/shared_records.h"
+#include "run/system/output_file.h"
 
 // The stages that write the reports, in the order of the run. Each has a source file of its own name in stages/.
 
