@@ -8,12 +8,13 @@ from script_project import ScriptTest, read, write
 
 REAL = ("awk", "bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh",
         "tail", "timeout", "tr", "xargs")
-TEXT_SET = {"g++", "cmake", "ninja-build", "python3"}
+TEXT_SET = {"g++", "cmake", "ninja-build", "python3", "libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
 DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
                           "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
                           "r-cran-dendextend", "r-cran-ape"}
 SMALLEST_BLAS = {"libblas-dev"}     # keeps a dependency of WebLogo small
 GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
+TOOL_TESTS = {"poppler-utils", "python3-biopython", "python3-pil"}
 CHECKS = {"clang", "libomp-dev", "libclang-rt-dev", "clang-format", "clang-tidy", "shellcheck"}
 
 
@@ -99,7 +100,7 @@ class Setup(ScriptTest):
                                     (["--chromium"], DEFAULT_SET | {"chromium"}),
                                     (["--text", "--tests"], TEXT_SET | GOOGLE_TEST),
                                     (["--text", "--checks"], TEXT_SET | CHECKS),
-                                    (["--tests"], DEFAULT_SET | GOOGLE_TEST | {"poppler-utils"})):
+                                    (["--tests"], DEFAULT_SET | GOOGLE_TEST | TOOL_TESTS)):
             with self.subTest(arguments):
                 write(self.log, "")
                 _, lines = self.run_setup(*arguments)
@@ -117,7 +118,7 @@ class Setup(ScriptTest):
         self.assertEqual(done.stdout.count("not to be had"), 2)
 
     def test_every_package_has_a_word_on_what_goes_without_it(self):
-        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | {"poppler-utils", "chromium"}
+        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | TOOL_TESTS | {"chromium"}
         self.machine(root=True, release_lacks=sorted(everything))
         done, lines = self.run_setup("--chromium", "--tests", "--checks")
         told = dict(re.findall(r"(?m)^  (\S+) +not to be had: (\w.+)$", done.stdout))

@@ -5,6 +5,7 @@
 #include <iterator>
 #include <vector>
 
+#include "report/stages.h"
 #include "support/run_fixture.h"
 
 namespace varnolix {
