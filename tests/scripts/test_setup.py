@@ -8,7 +8,8 @@ from script_project import ScriptTest, read, write
 
 REAL = ("awk", "bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh",
         "tail", "timeout", "tr", "xargs")
-TEXT_SET = {"g++", "cmake", "ninja-build", "python3", "libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
+LIBRARIES = {"libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
+TEXT_SET = {"g++", "cmake", "ninja-build", "python3"} | LIBRARIES
 DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
                           "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
                           "r-cran-dendextend", "r-cran-ape"}
@@ -87,7 +88,7 @@ class Setup(ScriptTest):
         self.assertEqual((done.returncode, lines), (0, []), done.stderr)
 
     def test_root_installs_only_what_is_missing(self):
-        self.machine("g++", "python3", root=True)
+        self.machine("g++", "python3", *LIBRARIES, root=True)
         done, lines = self.run_setup("--text", "--if-missing")
         self.assertEqual(done.returncode, 0, done.stderr)
         self.assertEqual(lines[0], "apt-get -q update")
@@ -126,7 +127,7 @@ class Setup(ScriptTest):
         self.assertEqual(lines, ["apt-get -q update", "prove"])
 
     def test_nobody_is_told_to_install_what_the_release_lacks(self):
-        self.machine("g++", "cmake", release_lacks=["python3"])
+        self.machine("g++", "cmake", *LIBRARIES, release_lacks=["python3"])
         done, _ = self.run_setup("--text")
         self.assertEqual(done.returncode, 1)
         self.assertIn("--no-install-recommends ninja-build\n", done.stderr)
@@ -178,7 +179,7 @@ class Setup(ScriptTest):
     def test_without_root_and_sudo_the_one_command_is_printed(self):
         for sudo in (None, False):
             with self.subTest(sudo=sudo):
-                self.machine("g++", "cmake", "python3", sudo=sudo)
+                self.machine("g++", "cmake", "python3", *LIBRARIES, sudo=sudo)
                 done, lines = self.run_setup("--text")
                 self.assertEqual(done.returncode, 1)
                 self.assertIn("    apt-get update && apt-get install -y --no-install-recommends "
