@@ -63,7 +63,7 @@ class Run(CompanionTest):
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"--force replaces it", done.stderr)
         self.job("--force", "b.jaspar")
-        self.assertEqual(table(self.path("job", "motifs.tsv"))[0]["name"], "N1")
+        self.assertEqual(table(self.path("job", "motifs.tsv"))[0]["id"], "N1")
         write(self.path("mine", "precious.txt"), b"mine\n")
         done = self.companion("run", "-o", "mine", "--force", "b.jaspar")
         self.assertEqual((done.returncode, read(self.path("mine", "precious.txt"))), (1, b"mine\n"))
