@@ -1,0 +1,157 @@
+#include "job/significance/vector_steps.h"
+
+#include <array>
+#include <cstring>
+
+// Tested by vector_steps_test.cpp: all codes against plain loops.
+
+namespace varnolix::job {
+
+namespace {
+
+#define VARNOLIX_INLINE __attribute__((always_inline)) inline
+
+template <std::size_t bytes>
+struct Vectors {
+    typedef double Doubles __attribute__((vector_size(bytes)));
+    typedef std::int64_t LongIntegers __attribute__((vector_size(bytes)));
+    typedef float Floats __attribute__((vector_size(bytes)));
+    typedef std::int32_t Integers __attribute__((vector_size(bytes)));
+};
+
+template <class Vector, class Value>
+VARNOLIX_INLINE void load(Vector& vector, const Value* from) {
+    std::memcpy(&vector, from, sizeof(Vector));
+}
+
+template <class Vector, class Value>
+VARNOLIX_INLINE void store(const Vector& vector, Value* to) {
+    std::memcpy(to, &vector, sizeof(Vector));
+}
+
+template <std::size_t bytes>
+VARNOLIX_INLINE void measureWith(const Column& column, BaseRows<float> others, std::size_t columns, float stepsPerOne,
+                                 std::int32_t greatest, std::int32_t* distances) {
+    using Floats = typename Vectors<bytes>::Floats;
+    using Integers = typename Vectors<bytes>::Integers;
+    constexpr std::size_t lanes = bytes / sizeof(float);
+    const Integers noSign = Integers{} + 0x7FFFFFFF;
+    const Integers most = Integers{} + greatest;
+    std::array<Floats, 4> own;
+    for (std::size_t base = 0; base < 4; ++base) own[base] = Floats{} + static_cast<float>(column[base]);
+    for (std::size_t n = 0; n < columns; n += lanes) {
+        Floats distance{};
+        for (std::size_t base = 0; base < 4; ++base) {
+            Floats other;
+            load(other, others.rows + base * others.stride + n);
+            other = own[base] - other;
+            distance += reinterpret_cast<Floats>(reinterpret_cast<Integers>(other) & noSign);
+        }
+        const Integers steps = __builtin_convertvector(distance * stepsPerOne, Integers);
+        store(steps < most ? steps : most, distances + n);
+    }
+}
+
+template <std::size_t bytes>
+VARNOLIX_INLINE void measureExactlyWith(const Column& column, BaseRows<double> others, const double* weights,
+                                        std::size_t columns, double* distances) {
+    using Doubles = typename Vectors<bytes>::Doubles;
+    using LongIntegers = typename Vectors<bytes>::LongIntegers;
+    constexpr std::size_t lanes = bytes / sizeof(double);
+    const LongIntegers noSign = LongIntegers{} + 0x7FFFFFFFFFFFFFFF;
+    for (std::size_t n = 0; n < columns; n += lanes) {
+        Doubles distance{};
+        for (std::size_t base = 0; base < 4; ++base) {
+            Doubles other;
+            load(other, others.rows + base * others.stride + n);
+            other = column[base] - other;
+            distance += reinterpret_cast<Doubles>(reinterpret_cast<LongIntegers>(other) & noSign);
+        }
+        Doubles weight;
+        load(weight, weights + n);
+        store(distance * weight, distances + n);
+    }
+}
+
+template <std::size_t bytes>
+VARNOLIX_INLINE void addDiagonalsWith(const double* firstRow, std::size_t stride, std::size_t rows, std::size_t count,
+                                      double* sums) {
+    using Doubles = typename Vectors<bytes>::Doubles;
+    constexpr std::size_t lanes = bytes / sizeof(double);
+    for (std::size_t n = 0; n < count; n += lanes) {
+        Doubles sum{};
+        for (std::size_t row = 0; row < rows; ++row) {
+            Doubles distance;
+            load(distance, firstRow + row * (stride + 1) + n);
+            sum += distance;
+        }
+        store(sum, sums + n);
+    }
+}
+
+/// @tparam atOnce vectors of values that are worked out side by side, as many as the registers take
+template <std::size_t bytes, std::size_t atOnce>
+VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* shares, std::size_t count,
+                                  double* values) {
+    using Doubles = typename Vectors<bytes>::Doubles;
+    constexpr std::size_t lanes = bytes / sizeof(double);
+    static_assert(convolvedAtOnce % (lanes * atOnce) == 0);
+    for (std::size_t n = 0; n < convolvedAtOnce; n += lanes * atOnce) {
+        std::array<Doubles, atOnce> sums{};
+        for (std::size_t k = 0; k < count; ++k) {
+            const double* from = before + n - shares[k].step;
+            const double share = shares[k].share;
+            for (std::size_t vector = 0; vector < atOnce; ++vector) {
+                Doubles value;
+                load(value, from + vector * lanes);
+                sums[vector] += value * share;
+            }
+        }
+        for (std::size_t vector = 0; vector < atOnce; ++vector) store(sums[vector], values + n + vector * lanes);
+    }
+}
+
+// The same functions for one kind of processor, under the given prefix.
+#define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                                \
+    TARGET void PREFIX##Measure(const Column& column, BaseRows<float> others, std::size_t columns, float stepsPerOne, \
+                                std::int32_t greatest, std::int32_t* distances) {                                     \
+        measureWith<BYTES>(column, others, columns, stepsPerOne, greatest, distances);                                \
+    }                                                                                                                 \
+    TARGET void PREFIX##MeasureExactly(const Column& column, BaseRows<double> others, const double* weights,          \
+                                       std::size_t columns, double* distances) {                                      \
+        measureExactlyWith<BYTES>(column, others, weights, columns, distances);                                       \
+    }                                                                                                                 \
+    TARGET void PREFIX##AddDiagonals(const double* firstRow, std::size_t stride, std::size_t rows, std::size_t count, \
+                                     double* sums) {                                                                  \
+        addDiagonalsWith<BYTES>(firstRow, stride, rows, count, sums);                                                 \
+    }                                                                                                                 \
+    TARGET void PREFIX##Convolve(const double* before, const DistanceShare* shares, std::size_t count,                \
+                                 double* values) {                                                                    \
+        convolveWith<BYTES, AT_ONCE>(before, shares, count, values);                                                  \
+    }                                                                                                                 \
+    constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureExactly, PREFIX##AddDiagonals,             \
+                                           PREFIX##Convolve};
+
+VARNOLIX_STEPS(portable, , 16, 4)
+#ifdef __x86_64__
+VARNOLIX_STEPS(avx2, __attribute__((target("avx2"))), 32, 4)
+VARNOLIX_STEPS(avx512, __attribute__((target("avx512f,avx512dq"))), 64, 4)
+#endif
+
+}  // namespace
+
+VectorSteps vectorSteps(KernelCode code) {
+#ifdef __x86_64__
+    switch (code) {
+        case KernelCode::avx512:
+            return avx512Steps;
+        case KernelCode::avx2:
+            return avx2Steps;
+        case KernelCode::portable:
+            break;
+    }
+#endif
+    return portableSteps;
+}
+
+}  // namespace varnolix::job
