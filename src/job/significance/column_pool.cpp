@@ -2,30 +2,25 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
-
-#include "input/getRevCompMotif.h"
+#include <iterator>
 
 namespace varnolix::job {
 
 namespace {
 
 constexpr std::size_t bases = 4;
-constexpr std::size_t mostLanes = 8;
+constexpr std::size_t mostLanes = 16;
 constexpr std::size_t measuredAtOnce = 512;
 
 Column oppositeColumn(const Column& column) {
     return {column[3], column[2], column[1], column[0]};
 }
 
-/// As getRevCompMotif() changes it.
-Column reversedInReports(Column column) {
-    if (swapsAT(column)) {
-        std::swap(column[0], column[3]);
-    } else {
-        std::swap(column[1], column[2]);
-    }
-    return column;
+using FloatColumn = std::array<float, bases>;
+
+FloatColumn floatColumn(const Column& column) {
+    return {static_cast<float>(column[0]), static_cast<float>(column[1]), static_cast<float>(column[2]),
+            static_cast<float>(column[3])};
 }
 
 }  // namespace
@@ -50,92 +45,96 @@ Matrix oppositeStrand(const Matrix& matrix) {
 }
 
 ColumnPool::ColumnPool(std::span<const data> targets) {
-    std::size_t columns = 0;
     for (const data& target : targets) {
-        const std::size_t length = target.matrix.size();
-        const bool takesPart = length >= leastColumns;
         matrices_.push_back(usableMatrix(target.matrix));
-        lengths_.push_back(length);
-        longest_ = std::max(longest_, length);
-        firstColumns_.push_back(columns);
+        opposites_.push_back(oppositeStrand(matrices_.back()));
         firstValues_.push_back(strandValues_.size());
-        if (!takesPart) continue;
+        const std::size_t length = target.matrix.size();
+        if (length < leastColumns) continue;
         ++comparedTargets_;
-        columns += 2 * length;
+        longest_ = std::max(longest_, length);
+        columns_ += length;
         const std::size_t padded = paddedLength(matrices_.size() - 1);
         appendStrand(matrices_.back(), padded);
-        appendStrand(oppositeStrand(matrices_.back()), padded);
-        strandValues_.insert(strandValues_.end(), length, 1.0);
-        strandValues_.insert(strandValues_.end(), padded - length, 0.0);
+        appendStrand(opposites_.back(), padded);
+        strandValues_.insert(strandValues_.end(), length, 1.0F);
+        strandValues_.insert(strandValues_.end(), padded - length, 0.0F);
     }
-    strandValues_.resize(strandValues_.size() + elementsPastEnd);
-    firstColumns_.push_back(columns);
-    stride_ = columns + elementsPastEnd;
-    asGiven_ = backgroundOf(Background::asGiven);
-    asReversed_ = backgroundOf(Background::asReversedInReports);
+    fillBackground();
 }
 
 void ColumnPool::appendStrand(const Matrix& strand, std::size_t padded) {
     for (std::size_t base = 0; base < bases; ++base) {
-        for (const Column& column : strand) strandValues_.push_back(column[base]);
-        strandValues_.insert(strandValues_.end(), padded - strand.size(), 0.0);
+        for (const Column& column : strand) strandValues_.push_back(static_cast<float>(column[base]));
+        strandValues_.insert(strandValues_.end(), padded - strand.size(), 0.0F);
     }
 }
 
-ColumnPool::BackgroundRows ColumnPool::backgroundOf(Background background) const {
-    BackgroundRows rows{std::vector<float>(bases * stride_)};
-    std::size_t place = 0;
-    const auto append = [&](const Column& given) {
-        const Column column = background == Background::asGiven ? given : reversedInReports(given);
-        for (std::size_t base = 0; base < bases; ++base) {
-            rows.values[base * stride_ + place] = static_cast<float>(column[base]);
-        }
-        ++place;
-    };
-    for (std::size_t target = 0; target < matrices_.size(); ++target) {
+void ColumnPool::fillBackground() {
+    std::vector<FloatColumn> columns;
+    for (std::size_t target = 0; target < targets(); ++target) {
         if (!isCompared(target)) continue;
-        for (const Column& column : matrices_[target]) append(column);
-        for (const Column& column : matrices_[target]) append(oppositeColumn(column));
+        for (const Column& column : matrices_[target]) {
+            columns.push_back(std::min(floatColumn(column), floatColumn(oppositeColumn(column))));
+        }
     }
-    return rows;
+    std::sort(columns.begin(), columns.end());
+    std::vector<FloatColumn> different;
+    for (const FloatColumn& column : columns) {
+        if (different.empty() || different.back() != column) {
+            different.push_back(column);
+            repeats_.push_back(0);
+        }
+        ++repeats_.back();
+    }
+    stride_ = different.size() + elementsPastEnd;
+    background_.resize(bases * stride_);
+    for (std::size_t n = 0; n < different.size(); ++n) {
+        for (std::size_t base = 0; base < bases; ++base) background_[base * stride_ + n] = different[n][base];
+    }
 }
 
 std::size_t ColumnPool::columns(const std::size_t* leftOut) const {
-    const std::size_t all = firstColumns_.back();
-    return leftOut == nullptr ? all : all - (firstColumns_[*leftOut + 1] - firstColumns_[*leftOut]);
+    const bool leavesOut = leftOut != nullptr && isCompared(*leftOut);
+    return 2 * (columns_ - (leavesOut ? length(*leftOut) : 0));
 }
 
 void ColumnPool::countDistances(const Column& column, Background background, const std::size_t* leftOut,
-                                double stepsPerOne, std::span<std::uint32_t> counts, const VectorSteps& steps) const {
-    const float* values = (background == Background::asGiven ? asGiven_ : asReversed_).values.data();
-    std::array<std::int32_t, measuredAtOnce + elementsPastEnd> distances;
+                                int stepsPerOne, std::span<std::uint32_t> counts, const VectorSteps& steps) const {
+    const bool swapsOnePair = background == Background::onePairSwapped;
     const auto greatest = static_cast<std::int32_t>(counts.size() - 1);
-    const auto countRange = [&](std::size_t first, std::size_t last) {
-        for (; first < last; first += measuredAtOnce) {
-            const std::size_t measured = std::min(measuredAtOnce, last - first);
-            steps.measure(column, {values + first, stride_}, measured, static_cast<float>(stepsPerOne), greatest,
-                          distances.data());
-            for (std::size_t n = 0; n < measured; ++n) ++counts[static_cast<std::size_t>(distances[n])];
+    std::array<std::int32_t, 2 * (measuredAtOnce + elementsPastEnd)> distances;
+    // Calls count(n, form) for both forms of the columns, with their distances.
+    const auto measured = [&](BaseRows<float> rows, std::size_t all, auto count) {
+        for (std::size_t first = 0; first < all; first += measuredAtOnce) {
+            const std::size_t some = std::min(measuredAtOnce, all - first);
+            steps.measure(column, {rows.rows + first, rows.stride}, some, swapsOnePair,
+                          static_cast<float>(stepsPerOne), greatest, distances.data());
+            const std::int32_t* others = distances.data() + some + elementsPastEnd;
+            for (std::size_t n = 0; n < some; ++n) {
+                count(first + n, counts[static_cast<std::size_t>(distances[n])]);
+                count(first + n, counts[static_cast<std::size_t>(others[n])]);
+            }
         }
     };
-    if (leftOut == nullptr) {
-        countRange(0, firstColumns_.back());
-    } else {
-        countRange(0, firstColumns_[*leftOut]);
-        countRange(firstColumns_[*leftOut + 1], firstColumns_.back());
+    measured({background_.data(), stride_}, repeats_.size(),
+             [&](std::size_t n, std::uint32_t& seen) { seen += repeats_[n]; });
+    if (leftOut != nullptr && isCompared(*leftOut)) {
+        // The other form of the columns is counted, too, so it does not matter on which strand they are.
+        measured(strand(*leftOut, false), length(*leftOut), [](std::size_t, std::uint32_t& seen) { --seen; });
     }
 }
 
 std::size_t ColumnPool::paddedLength(std::size_t target) const {
-    return (lengths_[target] + mostLanes - 1) / mostLanes * mostLanes;
+    return (length(target) + mostLanes - 1) / mostLanes * mostLanes;
 }
 
-BaseRows<double> ColumnPool::strand(std::size_t target, bool isOpposite) const {
+BaseRows<float> ColumnPool::strand(std::size_t target, bool isOpposite) const {
     const std::size_t padded = paddedLength(target);
     return {strandValues_.data() + firstValues_[target] + (isOpposite ? bases * padded : 0), padded};
 }
 
-const double* ColumnPool::weights(std::size_t target) const {
+const float* ColumnPool::weights(std::size_t target) const {
     return strandValues_.data() + firstValues_[target] + 2 * bases * paddedLength(target);
 }
 

@@ -13,14 +13,15 @@ namespace varnolix::job {
 namespace {
 
 constexpr double basesPerColumn = 4.0;
+constexpr double anyDistance = 1e12;
+/// More than the share by which single precision can change a probability.
+constexpr double nearlyEqual = 1.0 + 0x1p-10;
 constexpr int least = static_cast<int>(leastColumns);
 
-/// The best alignment of a pair: the least probable one, of equal ones the first, with the strands alike before those
-/// with the strands opposed, and by ascending shift.
 struct BestAlignment {
-    double probability = 2.0;
-    int shift = 0;
-    bool isOpposite = false;
+    double rank;  ///< its probability, if there are tables
+    int shift;
+    bool isOpposite;
 };
 
 struct Facing {
@@ -83,64 +84,116 @@ class QueryWork {
         }
     }
 
-    DistanceShares sharesOfColumn(const Column& column, Background background) {
+    void fillShares(Background background, std::vector<DistanceShares>& shares) {
         const int steps = stepsPerOne(query_.size());
-        counts_.assign(2 * static_cast<std::size_t>(steps) + 1, 0);
-        targets_.countDistances(column, background, leftOut_, steps, counts_, steps_);
-        return sharesOf(counts_);
+        shares.clear();
+        for (const Column& column : query_) {
+            counts_.assign(2 * static_cast<std::size_t>(steps) + 1, 0);
+            targets_.countDistances(column, background, leftOut_, steps, counts_, steps_);
+            shares.push_back(sharesOf(counts_));
+        }
     }
 
     void makeTables() {
         const std::size_t columns = query_.size();
-        shares_.clear();
-        for (const Column& column : query_) shares_.push_back(sharesOfColumn(column, Background::asGiven));
+        fillShares(Background::bothStrands, shares_);
         tables_.start(shares_, stepsPerOne(columns), steps_);
         for (std::size_t first = 0; first + leastColumns <= columns; ++first) {
-            tables_.addWindows(first, std::min(columns - first, targets_.longest()), leastColumns, 1e12);
+            tables_.addWindows(first, std::min(columns - first, targets_.longest()), leastColumns, anyDistance);
         }
+        frequentDistances_.assign(targets_.longest() + 1, {});
     }
 
-    BestAlignment bestAlignment(std::size_t target) {
-        const std::size_t length = targets_.length(target);
-        const std::size_t columns = query_.size();
-        const int firstShift = least - static_cast<int>(columns);
-        const std::size_t shifts = columns + length - 2 * leastColumns + 1;
-        BestAlignment best;
-        for (const bool isOpposite : {false, true}) {
-            addDistances(target, isOpposite, firstShift, shifts);
-            for (std::size_t n = 0; n < shifts; ++n) {
-                const int shift = firstShift + static_cast<int>(n);
-                const Facing facing = facingAt(shift, columns, length);
-                // Without tables the closest columns are the best.
-                const double probability = hasTables_ ? tables_.probability(static_cast<std::size_t>(facing.first),
-                                                                            static_cast<std::size_t>(facing.columns),
-                                                                            sums_[n])
-                                                      : sums_[n] / (2.0 * basesPerColumn * facing.columns);
-                if (probability < best.probability) best = {probability, shift, isOpposite};
+    /// How good an alignment is, less being better. Without tables the closest columns are the best.
+    double rankOf(const Facing& facing, double distance) const {
+        if (!hasTables_) return distance / facing.columns;
+        return tables_.probability(static_cast<std::size_t>(facing.first), static_cast<std::size_t>(facing.columns),
+                                   distance);
+    }
+
+    /// For the shifts of a target of this length the distances from which on alignments are frequent.
+    const std::vector<float>& frequentDistances(std::size_t length) {
+        std::vector<float>& distances = frequentDistances_[length];
+        if (distances.empty()) {
+            for (int shift = firstShift(); shift <= static_cast<int>(length) - least; ++shift) {
+                const Facing facing = facingAt(shift, query_.size(), length);
+                distances.push_back(static_cast<float>(tables_.frequentDistance(
+                    static_cast<std::size_t>(facing.first), static_cast<std::size_t>(facing.columns))));
             }
         }
-        return best;
+        return distances;
     }
 
-    /// Fills sums_ with the distances of the alignments from the given shift on.
-    void addDistances(std::size_t target, bool isOpposite, int firstShift, std::size_t shifts) {
+    int firstShift() const { return least - static_cast<int>(query_.size()); }
+
+    /// The least probable alignment; of equal ones the first, strands alike before strands opposed, shifts ascending.
+    BestAlignment bestAlignment(std::size_t target) {
+        const std::size_t length = targets_.length(target);
+        const std::size_t shifts = query_.size() + length - 2 * leastColumns + 1;
+        addDistances(target, false, shifts, sums_);
+        addDistances(target, true, shifts, oppositeSums_);
+
+        // By rough distances first; those that are nearly as good as the best are then looked at closely.
+        rough_.clear();
+        double best = anyDistance;
+        const auto look = [&](bool isOpposite, std::size_t n) {
+            const int shift = firstShift() + static_cast<int>(n);
+            const double rank = rankOf(facingAt(shift, query_.size(), length),
+                                       static_cast<double>((isOpposite ? oppositeSums_ : sums_)[n]));
+            best = std::min(best, rank);
+            rough_.push_back({rank, shift, isOpposite});
+        };
+        if (hasTables_) {
+            const std::vector<float>& frequent = frequentDistances(length);
+            for (std::size_t n = 0; n < shifts; ++n) {
+                if (sums_[n] < frequent[n]) look(false, n);
+            }
+            for (std::size_t n = 0; n < shifts; ++n) {
+                if (oppositeSums_[n] < frequent[n]) look(true, n);
+            }
+        }
+        if (best >= frequentShare) {
+            rough_.clear();
+            for (std::size_t n = 0; n < shifts; ++n) look(false, n);
+            for (std::size_t n = 0; n < shifts; ++n) look(true, n);
+        }
+        BestAlignment result{2.0 * anyDistance, 0, false};
+        for (const BestAlignment& alignment : rough_) {
+            if (alignment.rank > best * nearlyEqual) continue;
+            const double exact = exactRank(target, alignment);
+            if (exact < result.rank) result = {exact, alignment.shift, alignment.isOpposite};
+        }
+        return result;
+    }
+
+    const Matrix& strandOf(std::size_t target, bool isOpposite) const {
+        return isOpposite ? targets_.opposite(target) : targets_.matrix(target);
+    }
+
+    double exactRank(std::size_t target, const BestAlignment& alignment) const {
+        const Facing facing = facingAt(alignment.shift, query_.size(), targets_.length(target));
+        const double similarity =
+            meanSimilarity(query_, strandOf(target, alignment.isOpposite), alignment.shift);
+        return rankOf(facing, distanceOf(similarity, facing.columns));
+    }
+
+    /// Works out the distances of the alignments by ascending shift, in single precision.
+    void addDistances(std::size_t target, bool isOpposite, std::size_t shifts, std::vector<float>& sums) {
         // Each row has the distances of one query column from the columns of the target, between zeros.
         const std::size_t columns = query_.size();
         const std::size_t padded = targets_.paddedLength(target);
-        const std::size_t zeros = columns;
-        const std::size_t stride = zeros + targets_.paddedLength(target) + columns + elementsPastEnd;
-        if (stride != stride_ || rows_.size() != stride * columns + elementsPastEnd) {
-            stride_ = stride;
-            rows_.assign(stride * columns + elementsPastEnd, 0.0);
+        const std::size_t stride = columns + padded + columns + elementsPastEnd;
+        if (rows_.size() != stride * columns + elementsPastEnd || columns != rowCount_) {
+            rowCount_ = columns;
+            rows_.assign(stride * columns + elementsPastEnd, 0.0F);
         }
-        const BaseRows<double> strand = targets_.strand(target, isOpposite);
+        const BaseRows<float> strand = targets_.strand(target, isOpposite);
         for (std::size_t k = 0; k < columns; ++k) {
-            steps_.measureExactly(query_[k], strand, targets_.weights(target), padded,
-                                  rows_.data() + k * stride + zeros);
+            steps_.measureFinely(query_[k], strand, targets_.weights(target), padded,
+                                 rows_.data() + k * stride + columns);
         }
-        sums_.resize(shifts + elementsPastEnd);
-        steps_.addDiagonals(rows_.data() + static_cast<std::ptrdiff_t>(zeros) + firstShift, stride, columns, shifts,
-                            sums_.data());
+        sums.resize(shifts + elementsPastEnd);
+        steps_.addDiagonals(rows_.data() + leastColumns, stride, columns, shifts, sums.data());
     }
 
     SignificantMatch matchOf(std::size_t target, const BestAlignment& best) {
@@ -148,14 +201,10 @@ class QueryWork {
         match.target = target;
         match.shift = best.shift;
         match.isOpposite = best.isOpposite;
-        const Facing facing = facingAt(best.shift, query_.size(), targets_.length(target));
-        match.overlap = facing.columns;
-        const Matrix& matrix = targets_.matrix(target);
-        match.similarity = meanSimilarity(query_, best.isOpposite ? oppositeStrand(matrix) : matrix, best.shift);
+        match.similarity = meanSimilarity(query_, strandOf(target, best.isOpposite), best.shift);
+        match.overlap = facingAt(best.shift, query_.size(), targets_.length(target)).columns;
         if (!hasTables_) return match;
-        match.alignment =
-            tables_.probability(static_cast<std::size_t>(facing.first), static_cast<std::size_t>(facing.columns),
-                                distanceOf(match.similarity, facing.columns));
+        match.alignment = best.rank;
         match.pair.pValue = bestOfAlignments(match.alignment, alignmentsOf(query_.size(), targets_.length(target)));
         return match;
     }
@@ -179,61 +228,49 @@ class QueryWork {
                                      qValues_[target]};
         }
         if (!hasTables_) return;
-        for (const bool isQueryReversed : {false, true}) {
-            for (const bool isTargetReversed : {false, true}) {
-                listStrands(isQueryReversed, isTargetReversed, result);
-            }
+        makeListedTables();
+        for (std::size_t n = 0; n < request_->listed.size(); ++n) {
+            const ListedAlignment& listed = request_->listed[n];
+            const Facing facing = facingOf(listed);
+            const WindowTables& tables = isOneReversed(listed) ? listedTables_ : tables_;
+            result.listed[n].alignment =
+                tables.probability(static_cast<std::size_t>(facing.first), static_cast<std::size_t>(facing.columns),
+                                   distanceOf(listed.similarity, facing.columns));
         }
     }
 
-    /// The alignments of the request with these strands: how close columns come depends on how both are reversed.
-    void listStrands(bool isQueryReversed, bool isTargetReversed, QueryResult& result) {
-        // For each first column the longest window and the greatest distance.
+    static bool isOneReversed(const ListedAlignment& listed) {
+        return listed.isQueryReversed != listed.isTargetReversed;
+    }
+
+    /// The columns of the query as it is given. To swap a pair in a column of a reversed query changes the distances as
+    /// it does to swap the pair in the other column, so the tables of the query as it is serve both of its strands.
+    Facing facingOf(const ListedAlignment& listed) const {
+        Facing facing = facingAt(listed.shift, query_.size(), targets_.length(listed.target));
+        if (listed.isQueryReversed) facing.first = static_cast<int>(query_.size()) - facing.first - facing.columns;
+        return facing;
+    }
+
+    /// For the alignments of the request that have one motif reversed: from each first column on as far as they go.
+    void makeListedTables() {
         struct Needed {
             int columns = 0;
             double distance = 0.0;
         };
         std::map<int, Needed> needed;
-        const std::size_t columns = query_.size();
-        std::vector<std::size_t> places;
-        const auto facingOf = [&](const ListedAlignment& listed) {
-            return facingAt(listed.shift, columns, targets_.length(listed.target));
-        };
-        for (std::size_t n = 0; n < request_->listed.size(); ++n) {
-            const ListedAlignment& listed = request_->listed[n];
-            if (listed.isQueryReversed != isQueryReversed || listed.isTargetReversed != isTargetReversed) continue;
+        for (const ListedAlignment& listed : request_->listed) {
+            if (!isOneReversed(listed)) continue;
             const Facing facing = facingOf(listed);
             Needed& window = needed[facing.first];
             window.columns = std::max(window.columns, facing.columns);
             window.distance = std::max(window.distance, distanceOf(listed.similarity, facing.columns));
-            places.push_back(n);
         }
-        const bool isGiven = !isQueryReversed && !isTargetReversed;
-        if (!isGiven && !needed.empty()) {
-            const Matrix matrix = isQueryReversed ? usableMatrix(*request_->reversed) : query_;
-            std::size_t firstColumn = columns;
-            std::size_t endColumn = 0;
-            for (const auto& [first, window] : needed) {
-                firstColumn = std::min(firstColumn, static_cast<std::size_t>(first));
-                endColumn = std::max(endColumn, static_cast<std::size_t>(first + window.columns));
-            }
-            listedShares_.assign(columns, DistanceShares{{0, 1.0}});
-            for (std::size_t k = firstColumn; k < endColumn; ++k) {
-                listedShares_[k] = sharesOfColumn(
-                    matrix[k], isTargetReversed ? Background::asReversedInReports : Background::asGiven);
-            }
-            listedTables_.start(listedShares_, stepsPerOne(columns), steps_);
-            for (const auto& [first, window] : needed) {
-                listedTables_.addWindows(static_cast<std::size_t>(first), static_cast<std::size_t>(window.columns),
-                                         leastColumns, window.distance);
-            }
-        }
-        const WindowTables& tables = isGiven ? tables_ : listedTables_;
-        for (const std::size_t n : places) {
-            const Facing facing = facingOf(request_->listed[n]);
-            result.listed[n].alignment =
-                tables.probability(static_cast<std::size_t>(facing.first), static_cast<std::size_t>(facing.columns),
-                                   distanceOf(request_->listed[n].similarity, facing.columns));
+        if (needed.empty()) return;
+        fillShares(Background::onePairSwapped, listedShares_);
+        listedTables_.start(listedShares_, stepsPerOne(query_.size()), steps_);
+        for (const auto& [first, window] : needed) {
+            listedTables_.addWindows(static_cast<std::size_t>(first), static_cast<std::size_t>(window.columns),
+                                     leastColumns, window.distance);
         }
     }
 
@@ -246,8 +283,10 @@ class QueryWork {
     std::vector<std::uint32_t> counts_;
     std::vector<DistanceShares> shares_, listedShares_;
     WindowTables tables_, listedTables_;
-    std::size_t stride_ = 0;
-    std::vector<double> rows_, sums_;
+    std::size_t rowCount_ = 0;
+    std::vector<float> rows_, sums_, oppositeSums_;
+    std::vector<std::vector<float>> frequentDistances_;  // by the length of the target
+    std::vector<BestAlignment> rough_;
     std::vector<SignificantMatch> matches_;
     std::vector<double> pValues_, qValues_;
 };

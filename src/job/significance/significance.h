@@ -54,7 +54,6 @@ struct SignificantMatch {
 
 struct QueryRequest {
     const Matrix* query = nullptr;
-    const Matrix* reversed = nullptr;  ///< as the reports reverse it
     std::optional<std::size_t> self;   ///< its place among the targets, if it is one of them; it is left out
     std::vector<ListedAlignment> listed;
 };
@@ -83,7 +82,8 @@ double bestOfAlignments(double probability, double alignments);
 /// By Benjamini and Hochberg: for each p-value, the least rate of false discoveries of a list that includes it.
 std::vector<double> falseDiscoveryRates(std::span<const double> pValues);
 
-/// The mean similarity of the columns that face each other at the shift, with the bits of the reports.
+/// The mean similarity of the columns that face each other at the shift, with the bits of the reports. Column k of the
+/// query faces column k + shift of the target.
 double meanSimilarity(const Matrix& query, const Matrix& target, int shift);
 
 /// Works out the requests, shared out among the threads.

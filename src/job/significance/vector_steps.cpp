@@ -14,7 +14,6 @@ namespace {
 template <std::size_t bytes>
 struct Vectors {
     typedef double Doubles __attribute__((vector_size(bytes)));
-    typedef std::int64_t LongIntegers __attribute__((vector_size(bytes)));
     typedef float Floats __attribute__((vector_size(bytes)));
     typedef std::int32_t Integers __attribute__((vector_size(bytes)));
 };
@@ -29,59 +28,82 @@ VARNOLIX_INLINE void store(const Vector& vector, Value* to) {
     std::memcpy(to, &vector, sizeof(Vector));
 }
 
+/// The distance of two values in each lane.
+template <class Floats, class Integers>
+VARNOLIX_INLINE void addDistance(Floats& sum, const Floats& one, const Floats& other, const Integers& noSign) {
+    Floats difference = one - other;
+    sum += reinterpret_cast<Floats>(reinterpret_cast<Integers>(difference) & noSign);
+}
+
 template <std::size_t bytes>
-VARNOLIX_INLINE void measureWith(const Column& column, BaseRows<float> others, std::size_t columns, float stepsPerOne,
-                                 std::int32_t greatest, std::int32_t* distances) {
+VARNOLIX_INLINE void measureWith(const Column& column, BaseRows<float> others, std::size_t columns, bool swapsOnePair,
+                                 float stepsPerOne, std::int32_t greatest, std::int32_t* distances) {
     using Floats = typename Vectors<bytes>::Floats;
     using Integers = typename Vectors<bytes>::Integers;
     constexpr std::size_t lanes = bytes / sizeof(float);
+    constexpr std::size_t bases = 4;
     const Integers noSign = Integers{} + 0x7FFFFFFF;
     const Integers most = Integers{} + greatest;
-    std::array<Floats, 4> own;
-    for (std::size_t base = 0; base < 4; ++base) own[base] = Floats{} + static_cast<float>(column[base]);
+    std::array<Floats, bases> own;
+    for (std::size_t base = 0; base < bases; ++base) own[base] = Floats{} + static_cast<float>(column[base]);
+    std::int32_t* secondDistances = distances + columns + elementsPastEnd;
     for (std::size_t n = 0; n < columns; n += lanes) {
-        Floats distance{};
-        for (std::size_t base = 0; base < 4; ++base) {
-            Floats other;
-            load(other, others.rows + base * others.stride + n);
-            other = own[base] - other;
-            distance += reinterpret_cast<Floats>(reinterpret_cast<Integers>(other) & noSign);
-        }
-        const Integers steps = __builtin_convertvector(distance * stepsPerOne, Integers);
+        std::array<Floats, bases> other;
+        for (std::size_t base = 0; base < bases; ++base) load(other[base], others.rows + base * others.stride + n);
+        // The pairs A and T, and C and G, as they are and swapped.
+        Floats weak{};
+        Floats strong{};
+        Floats swappedWeak{};
+        Floats swappedStrong{};
+        addDistance(weak, own[0], other[0], noSign);
+        addDistance(weak, own[3], other[3], noSign);
+        addDistance(strong, own[1], other[1], noSign);
+        addDistance(strong, own[2], other[2], noSign);
+        addDistance(swappedWeak, own[0], other[3], noSign);
+        addDistance(swappedWeak, own[3], other[0], noSign);
+        addDistance(swappedStrong, own[1], other[2], noSign);
+        addDistance(swappedStrong, own[2], other[1], noSign);
+        const Floats first = swapsOnePair ? swappedWeak + strong : weak + strong;
+        const Floats second = swapsOnePair ? weak + swappedStrong : swappedWeak + swappedStrong;
+        const Integers steps = __builtin_convertvector(first * stepsPerOne, Integers);
+        const Integers secondSteps = __builtin_convertvector(second * stepsPerOne, Integers);
         store(steps < most ? steps : most, distances + n);
+        store(secondSteps < most ? secondSteps : most, secondDistances + n);
     }
 }
 
 template <std::size_t bytes>
-VARNOLIX_INLINE void measureExactlyWith(const Column& column, BaseRows<double> others, const double* weights,
-                                        std::size_t columns, double* distances) {
-    using Doubles = typename Vectors<bytes>::Doubles;
-    using LongIntegers = typename Vectors<bytes>::LongIntegers;
-    constexpr std::size_t lanes = bytes / sizeof(double);
-    const LongIntegers noSign = LongIntegers{} + 0x7FFFFFFFFFFFFFFF;
+VARNOLIX_INLINE void measureFinelyWith(const Column& column, BaseRows<float> others, const float* weights,
+                                       std::size_t columns, float* distances) {
+    using Floats = typename Vectors<bytes>::Floats;
+    using Integers = typename Vectors<bytes>::Integers;
+    constexpr std::size_t lanes = bytes / sizeof(float);
+    constexpr std::size_t bases = 4;
+    const Integers noSign = Integers{} + 0x7FFFFFFF;
+    std::array<Floats, bases> own;
+    for (std::size_t base = 0; base < bases; ++base) own[base] = Floats{} + static_cast<float>(column[base]);
     for (std::size_t n = 0; n < columns; n += lanes) {
-        Doubles distance{};
-        for (std::size_t base = 0; base < 4; ++base) {
-            Doubles other;
+        Floats distance{};
+        for (std::size_t base = 0; base < bases; ++base) {
+            Floats other;
             load(other, others.rows + base * others.stride + n);
-            other = column[base] - other;
-            distance += reinterpret_cast<Doubles>(reinterpret_cast<LongIntegers>(other) & noSign);
+            addDistance(distance, own[base], other, noSign);
         }
-        Doubles weight;
+        Floats weight;
         load(weight, weights + n);
         store(distance * weight, distances + n);
     }
 }
 
 template <std::size_t bytes>
-VARNOLIX_INLINE void addDiagonalsWith(const double* firstRow, std::size_t stride, std::size_t rows, std::size_t count,
-                                      double* sums) {
-    using Doubles = typename Vectors<bytes>::Doubles;
-    constexpr std::size_t lanes = bytes / sizeof(double);
+VARNOLIX_INLINE void addDiagonalsWith(const float* firstRow, std::size_t stride, std::size_t rows, std::size_t count,
+                                      float* sums) {
+    using Floats = typename Vectors<bytes>::Floats;
+    constexpr std::size_t lanes = bytes / sizeof(float);
     for (std::size_t n = 0; n < count; n += lanes) {
-        Doubles sum{};
+        Floats sum{};
         for (std::size_t row = 0; row < rows; ++row) {
-            Doubles distance;
+            Floats distance;
             load(distance, firstRow + row * (stride + 1) + n);
             sum += distance;
         }
@@ -112,24 +134,24 @@ VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* sha
 }
 
 // The same functions for one kind of processor, under the given prefix.
-#define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                                \
-    TARGET void PREFIX##Measure(const Column& column, BaseRows<float> others, std::size_t columns, float stepsPerOne, \
-                                std::int32_t greatest, std::int32_t* distances) {                                     \
-        measureWith<BYTES>(column, others, columns, stepsPerOne, greatest, distances);                                \
-    }                                                                                                                 \
-    TARGET void PREFIX##MeasureExactly(const Column& column, BaseRows<double> others, const double* weights,          \
-                                       std::size_t columns, double* distances) {                                      \
-        measureExactlyWith<BYTES>(column, others, weights, columns, distances);                                       \
-    }                                                                                                                 \
-    TARGET void PREFIX##AddDiagonals(const double* firstRow, std::size_t stride, std::size_t rows, std::size_t count, \
-                                     double* sums) {                                                                  \
-        addDiagonalsWith<BYTES>(firstRow, stride, rows, count, sums);                                                 \
-    }                                                                                                                 \
-    TARGET void PREFIX##Convolve(const double* before, const DistanceShare* shares, std::size_t count,                \
-                                 double* values) {                                                                    \
-        convolveWith<BYTES, AT_ONCE>(before, shares, count, values);                                                  \
-    }                                                                                                                 \
-    constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureExactly, PREFIX##AddDiagonals,             \
+#define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                               \
+    TARGET void PREFIX##Measure(const Column& column, BaseRows<float> others, std::size_t columns, bool swapsOnePair, \
+                                float stepsPerOne, std::int32_t greatest, std::int32_t* distances) {                 \
+        measureWith<BYTES>(column, others, columns, swapsOnePair, stepsPerOne, greatest, distances);                 \
+    }                                                                                                                \
+    TARGET void PREFIX##MeasureFinely(const Column& column, BaseRows<float> others, const float* weights,            \
+                                      std::size_t columns, float* distances) {                                       \
+        measureFinelyWith<BYTES>(column, others, weights, columns, distances);                                       \
+    }                                                                                                                \
+    TARGET void PREFIX##AddDiagonals(const float* firstRow, std::size_t stride, std::size_t rows, std::size_t count, \
+                                     float* sums) {                                                                  \
+        addDiagonalsWith<BYTES>(firstRow, stride, rows, count, sums);                                                \
+    }                                                                                                                \
+    TARGET void PREFIX##Convolve(const double* before, const DistanceShare* shares, std::size_t count,               \
+                                 double* values) {                                                                   \
+        convolveWith<BYTES, AT_ONCE>(before, shares, count, values);                                                 \
+    }                                                                                                                \
+    constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureFinely, PREFIX##AddDiagonals,             \
                                            PREFIX##Convolve};
 
 VARNOLIX_STEPS(portable, , 16, 4)

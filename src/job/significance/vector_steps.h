@@ -31,16 +31,18 @@ struct DistanceShare {
 inline constexpr std::size_t convolvedAtOnce = 32;
 
 struct VectorSteps {
-    /// Writes for each of the columns its distance from the given one, in whole steps, rounded down, and at most
-    /// `greatest`.
-    void (*measure)(const Column& column, BaseRows<float> others, std::size_t columns, float stepsPerOne,
-                    std::int32_t greatest, std::int32_t* distances);
+    /// Writes for each of the columns how far two of its forms are from the given column, in whole steps, rounded down
+    /// and at most `greatest`: with `swapsOnePair`, the forms with A and T swapped, and with C and G swapped; else the
+    /// column as it is, and with both pairs swapped. The distances of the second forms begin at `distances` + columns +
+    /// elementsPastEnd.
+    void (*measure)(const Column& column, BaseRows<float> others, std::size_t columns, bool swapsOnePair,
+                    float stepsPerOne, std::int32_t greatest, std::int32_t* distances);
     /// Writes for each of the columns its distance from the given one, or 0 where its weight is 0 instead of 1.
-    void (*measureExactly)(const Column& column, BaseRows<double> others, const double* weights, std::size_t columns,
-                           double* distances);
+    void (*measureFinely)(const Column& column, BaseRows<float> others, const float* weights, std::size_t columns,
+                          float* distances);
     /// Writes for each of `count` neighbouring shifts the sum of the distances on its diagonal: of element `n` in the
     /// first row, `n + 1` in the second, and so on.
-    void (*addDiagonals)(const double* firstRow, std::size_t stride, std::size_t rows, std::size_t count, double* sums);
+    void (*addDiagonals)(const float* firstRow, std::size_t stride, std::size_t rows, std::size_t count, float* sums);
     /// Writes 32 neighbouring values of the distribution of a sum: value[n] is the sum of
     /// shares[k].share * before[n - shares[k].step] over k, in the order of k.
     void (*convolve)(const double* before, const DistanceShare* shares, std::size_t count, double* values);

@@ -95,7 +95,7 @@ void WindowTables::appendColumn(const DistanceShares& shares, std::int64_t lastS
 }
 
 void WindowTables::keepWindow(Window& window) {
-    window = {static_cast<double>(lowest_ - 1), cumulative_.size(), size_ + 1};
+    window = {static_cast<double>(lowest_ - 1), cumulative_.size(), size_ + 1, 0};
     double sum = 0.0;
     cumulative_.push_back(0.0);
     for (std::size_t n = 0; n + 1 < size_; ++n) {
@@ -103,12 +103,18 @@ void WindowTables::keepWindow(Window& window) {
         cumulative_.push_back(std::min(1.0, sum * raised));
     }
     cumulative_.push_back(1.0);
+    const auto values = cumulative_.begin() + static_cast<std::ptrdiff_t>(window.firstValue);
+    window.frequent = static_cast<std::size_t>(std::lower_bound(values, cumulative_.end(), frequentShare) - values);
+}
+
+double WindowTables::frequentDistance(std::size_t first, std::size_t length) const {
+    const Window& window = windowAt(first, length);
+    return (window.lowest + static_cast<double>(window.frequent)) / stepsPerOne_;
 }
 
 double WindowTables::probability(std::size_t first, std::size_t length, double distance) const {
-    const Window& window = windows_[first * (columns_.size() + 1) + length];
-    const double steps =
-        (distance + slackPerColumn * static_cast<double>(length)) * stepsPerOne_ - window.lowest;
+    const Window& window = windowAt(first, length);
+    const double steps = (distance + slackPerColumn * static_cast<double>(length)) * stepsPerOne_ - window.lowest;
     if (!(steps > 0.0)) return leastProbability;
     if (steps >= static_cast<double>(window.values - 1)) return 1.0;
     const auto whole = static_cast<std::size_t>(steps);

@@ -31,6 +31,9 @@ namespace varnolix::job {
 /// The least p-value.
 inline constexpr double leastProbability = 1e-280;
 
+/// Alignments that are more frequent than this need not be looked at where there is a better one.
+inline constexpr double frequentShare = 1.0 / 32;
+
 /// The distribution of the distance of one column: what is possible, by ascending steps.
 using DistanceShares = std::vector<DistanceShare>;
 
@@ -50,13 +53,20 @@ class WindowTables {
     /// P(sum of distances <= this), in [leastProbability, 1]; a larger sum never has a smaller probability.
     double probability(std::size_t first, std::size_t length, double distance) const;
 
+    /// From this sum of distances on, the probability is at least frequentShare.
+    double frequentDistance(std::size_t first, std::size_t length) const;
+
   private:
     struct Window {
         double lowest = 0.0;  // the step of the first value, which is 0
         std::size_t firstValue = 0;
         std::size_t values = 0;  // the last of which is 1
+        std::size_t frequent = 0;  // the first value that is at least frequentShare
     };
 
+    const Window& windowAt(std::size_t first, std::size_t length) const {
+        return windows_[first * (columns_.size() + 1) + length];
+    }
     void keepWindow(Window& window);
     void appendColumn(const DistanceShares& shares, std::int64_t lastStep);
 
