@@ -108,8 +108,8 @@ void ColumnPool::countDistances(const Column& column, Background background, con
     const auto measured = [&](BaseRows<float> rows, std::size_t all, auto count) {
         for (std::size_t first = 0; first < all; first += measuredAtOnce) {
             const std::size_t some = std::min(measuredAtOnce, all - first);
-            steps.measure(column, {rows.rows + first, rows.stride}, some, swapsOnePair,
-                          static_cast<float>(stepsPerOne), greatest, distances.data());
+            steps.measure(column, {rows.rows + first, rows.stride}, some, swapsOnePair, static_cast<float>(stepsPerOne),
+                          greatest, distances.data());
             const std::int32_t* others = distances.data() + some + elementsPastEnd;
             for (std::size_t n = 0; n < some; ++n) {
                 count(first + n, counts[static_cast<std::size_t>(distances[n])]);

@@ -172,8 +172,7 @@ class QueryWork {
 
     double exactRank(std::size_t target, const BestAlignment& alignment) const {
         const Facing facing = facingAt(alignment.shift, query_.size(), targets_.length(target));
-        const double similarity =
-            meanSimilarity(query_, strandOf(target, alignment.isOpposite), alignment.shift);
+        const double similarity = meanSimilarity(query_, strandOf(target, alignment.isOpposite), alignment.shift);
         return rankOf(facing, distanceOf(similarity, facing.columns));
     }
 

@@ -10,9 +10,9 @@
 #include "run/scored_shift.h"
 #include "run/shared_records.h"
 
-// How sure a match is. The model is that of Gupta et al., Genome Biology 2007, 8:R24, for the similarity of the reports:
-// window_tables.h has the probability of one alignment. A target of n columns offers a query of m columns
-// K = 2 (m + n - 7) alignments of at least four columns, as the strands may run alike or opposed. With p the least
+// How sure a match is. The model is that of Gupta et al., Genome Biology 2007, 8:R24, for the similarity of the
+// reports: window_tables.h has the probability of one alignment. A target of n columns offers a query of m columns K =
+// 2 (m + n - 7) alignments of at least four columns, as the strands may run alike or opposed. With p the least
 // probability among them, that of the pair is 1 - (1 - p)^K.
 //
 // A query costs its tables, and for each target the look-ups. Every query is worked out by one thread from the same
@@ -54,7 +54,7 @@ struct SignificantMatch {
 
 struct QueryRequest {
     const Matrix* query = nullptr;
-    std::optional<std::size_t> self;   ///< its place among the targets, if it is one of them; it is left out
+    std::optional<std::size_t> self;  ///< its place among the targets, if it is one of them; it is left out
     std::vector<ListedAlignment> listed;
 };
 

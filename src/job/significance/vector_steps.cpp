@@ -134,24 +134,24 @@ VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* sha
 }
 
 // The same functions for one kind of processor, under the given prefix.
-#define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                               \
+#define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                                \
     TARGET void PREFIX##Measure(const Column& column, BaseRows<float> others, std::size_t columns, bool swapsOnePair, \
-                                float stepsPerOne, std::int32_t greatest, std::int32_t* distances) {                 \
-        measureWith<BYTES>(column, others, columns, swapsOnePair, stepsPerOne, greatest, distances);                 \
-    }                                                                                                                \
-    TARGET void PREFIX##MeasureFinely(const Column& column, BaseRows<float> others, const float* weights,            \
-                                      std::size_t columns, float* distances) {                                       \
-        measureFinelyWith<BYTES>(column, others, weights, columns, distances);                                       \
-    }                                                                                                                \
-    TARGET void PREFIX##AddDiagonals(const float* firstRow, std::size_t stride, std::size_t rows, std::size_t count, \
-                                     float* sums) {                                                                  \
-        addDiagonalsWith<BYTES>(firstRow, stride, rows, count, sums);                                                \
-    }                                                                                                                \
-    TARGET void PREFIX##Convolve(const double* before, const DistanceShare* shares, std::size_t count,               \
-                                 double* values) {                                                                   \
-        convolveWith<BYTES, AT_ONCE>(before, shares, count, values);                                                 \
-    }                                                                                                                \
-    constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureFinely, PREFIX##AddDiagonals,             \
+                                float stepsPerOne, std::int32_t greatest, std::int32_t* distances) {                  \
+        measureWith<BYTES>(column, others, columns, swapsOnePair, stepsPerOne, greatest, distances);                  \
+    }                                                                                                                 \
+    TARGET void PREFIX##MeasureFinely(const Column& column, BaseRows<float> others, const float* weights,             \
+                                      std::size_t columns, float* distances) {                                        \
+        measureFinelyWith<BYTES>(column, others, weights, columns, distances);                                        \
+    }                                                                                                                 \
+    TARGET void PREFIX##AddDiagonals(const float* firstRow, std::size_t stride, std::size_t rows, std::size_t count,  \
+                                     float* sums) {                                                                   \
+        addDiagonalsWith<BYTES>(firstRow, stride, rows, count, sums);                                                 \
+    }                                                                                                                 \
+    TARGET void PREFIX##Convolve(const double* before, const DistanceShare* shares, std::size_t count,                \
+                                 double* values) {                                                                    \
+        convolveWith<BYTES, AT_ONCE>(before, shares, count, values);                                                  \
+    }                                                                                                                 \
+    constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureFinely, PREFIX##AddDiagonals,              \
                                            PREFIX##Convolve};
 
 VARNOLIX_STEPS(portable, , 16, 4)

@@ -67,8 +67,9 @@ void WindowTables::appendColumn(const DistanceShares& shares, std::int64_t lastS
     while (size < most && !isWhole) {
         // Only shares that reach the values there are.
         const auto needed = [&](std::int64_t step) {
-            return std::lower_bound(shares.begin(), shares.end(), step,
-                                    [](const DistanceShare& share, std::int64_t wanted) { return share.step < wanted; });
+            return std::lower_bound(
+                shares.begin(), shares.end(), step,
+                [](const DistanceShare& share, std::int64_t wanted) { return share.step < wanted; });
         };
         const auto place = static_cast<std::int64_t>(size);
         const auto from = needed(place - static_cast<std::int64_t>(size_) + 1 + least);

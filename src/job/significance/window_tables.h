@@ -60,7 +60,7 @@ class WindowTables {
     struct Window {
         double lowest = 0.0;  // the step of the first value, which is 0
         std::size_t firstValue = 0;
-        std::size_t values = 0;  // the last of which is 1
+        std::size_t values = 0;    // the last of which is 1
         std::size_t frequent = 0;  // the first value that is at least frequentShare
     };
 
