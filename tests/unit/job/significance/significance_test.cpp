@@ -102,8 +102,11 @@ TEST(SignificanceTest, ScoresLikeTheReports) {
         const Matrix target = random.matrix(4 + random.pick(10));
         const int shift =
             4 - static_cast<int>(query.size()) + static_cast<int>(random.pick(query.size() + target.size() - 7));
-        const Matrix nothing(std::max(query.size(), target.size()), Column{9, 9, 9, 9});
-        const AlignmentScore score = plainScore({query, nothing}, {target, nothing}, shift, 1.0, Direction::forward);
+        // Only the strands that are given can be alike.
+        const std::size_t columns = std::max(query.size(), target.size());
+        const Matrix high(columns, Column{9, 9, 9, 9});
+        const Matrix low(columns, Column{-9, -9, -9, -9});
+        const AlignmentScore score = plainScore({query, high}, {target, low}, shift, 1.0, Direction::forward);
         ASSERT_EQ(score.orientation, Orientation::bothOriginal);
         EXPECT_EQ(meanSimilarity(query, target, shift), score.score);
     }
