@@ -54,6 +54,9 @@ void addRun(CLI::App& app, RunOptions& options, Action& action) {
     run->add_option("--cutoff", options.cutoff,
                     "Least similarity: 0.5, 0.6, 0.7, 0.75, 0.8, 0.85 or 0.9 (default: 0.85)")
         ->check(CLI::IsMember({"0.5", "0.6", "0.7", "0.75", "0.8", "0.85", "0.9"}));
+    run->add_option("--max-q", options.mostQ,
+                    "Leave matches with a higher q-value out of the tables; the reports hold them all the same")
+        ->check(CLI::Range(0.0, 1.0));
     run->add_option("--threads", options.threads, "Number of threads (default: all that the machine has)")
         ->check(CLI::PositiveNumber);
     run->add_option("--collection", options.collection,

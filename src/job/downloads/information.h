@@ -10,6 +10,9 @@
 
 namespace varnolix::job {
 
+/// Motifs with less in all are flat.
+inline constexpr double flatBits = 0.25;
+
 /// 2 plus the sum of p log2 p over the four bases: 0 where all bases are alike, 2 where there is one alone. A column
 /// without counts, whose frequencies are not-a-number, has 0.
 double informationOf(const Column& frequencies);

@@ -16,7 +16,6 @@ namespace varnolix::job {
 
 namespace {
 
-constexpr double flatBits = 0.25;
 constexpr const char* noCollection = "none";
 
 /// What stands before and behind the "=" of NAME=FILE; the name is empty if only a file is given.

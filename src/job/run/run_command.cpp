@@ -89,7 +89,7 @@ nlohmann::ordered_json settingsOf(const RunOptions& options) {
     return {{"top", options.topMotifs}, {"best", options.bestMatches},      {"cutoff", std::stod(options.cutoff)},
             {"threads", numThread},     {"collection", options.collection}, {"type", options.type},
             {"format", options.format}, {"tree", options.drawsTree},        {"merge", options.merges},
-            {"trim", options.trimBits}, {"skip_bad", options.skipsBad}};
+            {"trim", options.trimBits}, {"skip_bad", options.skipsBad},     {"max_q", options.mostQ}};
 }
 
 }  // namespace
@@ -116,7 +116,8 @@ int runCommand(const RunOptions& options) {
     prepareToolEnvironment(installation);
     keepsRankedLists = true;
     std::vector<std::string> notes;
-    const TableSettings tables{folder.string() + "/", (installation.home / "tools" / "tree_newick.R").string()};
+    const TableSettings tables{folder.string() + "/", (installation.home / "tools" / "tree_newick.R").string(),
+                               options.mostQ};
     {
         const JobConsole console("console.txt");
         runJob();

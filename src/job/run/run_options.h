@@ -17,6 +17,7 @@ struct RunOptions {
     int topMotifs = 10;
     int bestMatches = 10;
     std::string cutoff = "0.85";  ///< one of those that the dialogue takes
+    double mostQ = 1;             ///< 1: the tables hold all matches
     int threads = 0;              ///< 0: all that the machine has
     std::string collection = "none";
     std::string type = "all";

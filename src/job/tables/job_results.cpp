@@ -1,5 +1,7 @@
 #include "job/tables/job_results.h"
 
+#include "run/record_fields.h"
+
 namespace varnolix::job {
 
 namespace {
@@ -34,6 +36,23 @@ const char* listName(ListKind kind) {
             return "collection_global";
     }
     return "";
+}
+
+RankedMatch rankedMatch(const JobResults& results, const RankedList& list, std::size_t place) {
+    const dataCombinedScore& record = list.matches[place];
+    const bool isCollection = isAgainstCollection(list.kind);
+    // Ids of the two lists may be the same, so against a collection only the flag tells which motif comes first: the
+    // query is the outer one.
+    const bool isQueryFirst = isCollection ? record.primaryFlag == PrimaryFlag::yes : record.matrixID1 == list.matrixID;
+    const data& query = motifOf(results.motifs, list.matrixID);
+    const data& target =
+        motifOf(isCollection ? results.references : results.motifs, isQueryFirst ? record.matrixID2 : record.matrixID1);
+    const int queryLength = static_cast<int>(query.matrix.size());
+    const int targetLength = static_cast<int>(target.matrix.size());
+    return {
+        query, target, record,
+        placementOf(record, isQueryFirst,
+                    isQueryFirst ? PairLengths{queryLength, targetLength} : PairLengths{targetLength, queryLength})};
 }
 
 }  // namespace varnolix::job

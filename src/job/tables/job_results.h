@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "job/job_motif.h"
+#include "job/tables/pair_placement.h"
 #include "run/shared_records.h"
 
 namespace varnolix::job {
@@ -42,5 +43,16 @@ const char* listName(ListKind kind);
 constexpr bool isAgainstCollection(ListKind kind) {
     return kind == ListKind::collection || kind == ListKind::collectionGlobal;
 }
+
+/// A match of a ranked list, with both motifs by their roles.
+struct RankedMatch {
+    const data& query;
+    const data& target;
+    const dataCombinedScore& record;
+    PairPlacement placement;
+};
+
+/// @param place 0-based, among the matches of the list
+RankedMatch rankedMatch(const JobResults& results, const RankedList& list, std::size_t place);
 
 }  // namespace varnolix::job

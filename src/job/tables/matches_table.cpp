@@ -1,5 +1,6 @@
 #include "job/tables/matches_table.h"
 
+#include <array>
 #include <utility>
 
 #include "report/matched_motif.h"
@@ -12,11 +13,14 @@ namespace {
 using Row = MatchRow;
 
 constexpr const char* strandRange = "forward, reverse complement";
+constexpr const char* bySignificance = "by_significance";
+constexpr const char* collectionBySignificance = "collection_by_significance";
 
 constexpr TableColumn<Row> columns[] = {
-    {{"list", "ranked list that the match belongs to, as the sections of the reports",
-      "top_global, significant, each_motif, collection, collection_global"},
-     [](const Row& row) -> Cell { return listName(row.list); }},
+    {{"list", "ranked list that the match belongs to, as the sections of the reports; or a list by significance",
+      "top_global, significant, each_motif, collection, collection_global, by_significance, "
+      "collection_by_significance"},
+     [](const Row& row) -> Cell { return row.list; }},
     {{"query_rank_1based", "place of the query in its list", "whole, counted from 1"},
      [](const Row& row) -> Cell { return std::int64_t{row.queryRank}; }},
     {{"match_rank_1based", "place of the match among those of the query in this list", "whole, counted from 1"},
@@ -54,15 +58,15 @@ constexpr TableColumn<Row> columns[] = {
       "whole, 0-based, from 4 - target length to query length - 4"},
      [](const Row& row) -> Cell { return std::int64_t{row.placement.targetOffset}; }},
     {{"overlap", "number of columns that face each other", "whole, from 4"},
-     [](const Row& row) -> Cell { return std::int64_t{row.record.overlap}; }},
+     [](const Row& row) -> Cell { return std::int64_t{row.overlap}; }},
     {{"similarity", "mean of 1 - |x - y| over all values of the columns that face each other; higher is better",
-      "0 to 1, at least the cutoff"},
-     [](const Row& row) -> Cell { return row.record.similarityScore; }},
+      "0 to 1; in the lists of the reports at least the cutoff"},
+     [](const Row& row) -> Cell { return row.similarity; }},
     {{"combined_score",
       "what the matches are ranked by, printed as \"Similarity score\" in the reports: the mean of the distances from "
       "the query's best similarity and longest overlap; lower is better",
-      "from 0"},
-     [](const Row& row) -> Cell { return row.record.combinedScore; }},
+      "from 0; empty in the lists by significance"},
+     [](const Row& row) -> Cell { return row.combinedScore ? Cell{*row.combinedScore} : Cell{std::monostate{}}; }},
     {{"query_consensus", "consensus of the query on the strand that was compared, filled up with - to the same length",
       "IUPAC letters and -"},
      [](const Row& row) -> Cell { return row.letters.query; }},
@@ -72,40 +76,117 @@ constexpr TableColumn<Row> columns[] = {
       "whether the reports show the match; those on collections show a match only if its record begins with the query",
       "yes, no"},
      [](const Row& row) -> Cell { return row.isPrinted ? "yes" : "no"; }},
+    {{"p_value",
+      "chance that a target of this length, made of columns of all targets at random, fits the query as well as this "
+      "one "
+      "at its best, in any alignment",
+      "above 0, to 1"},
+     [](const Row& row) -> Cell { return row.significance.pair.pValue; }},
+    {{"p_alignment", "chance that as many columns at random are as similar as those of this alignment",
+      "above 0, to 1"},
+     [](const Row& row) -> Cell { return row.significance.alignment; }},
+    {{"e_value", "number of targets that would fit as well by chance: `p_value` times the number of targets",
+      "above 0, to the number of targets"},
+     [](const Row& row) -> Cell { return row.significance.pair.eValue; }},
+    {{"q_value",
+      "share of false matches to expect if all targets of the query that are at least as sure are taken as matches, by "
+      "Benjamini and Hochberg over all targets compared",
+      "above 0, to 1"},
+     [](const Row& row) -> Cell { return row.significance.pair.qValue; }},
+    {{"significance_note", "what to know about the p-values of the query", "text, mostly empty"},
+     [](const Row& row) -> Cell { return row.note; }},
+};
+
+/// The row of a match of a ranked list. Ranks are 1-based.
+MatchRow rankedRow(const JobResults& results, const RankedList& list, int queryRank, int matchRank) {
+    const bool isCollection = isAgainstCollection(list.kind);
+    const RankedMatch match = rankedMatch(results, list, static_cast<std::size_t>(matchRank - 1));
+    return {listName(list.kind),
+            queryRank,
+            matchRank,
+            match.query,
+            match.target,
+            namesOfInput(results, match.query),
+            isCollection ? namesOfReference(results, match.target) : namesOfInput(results, match.target),
+            match.placement,
+            static_cast<int>(match.record.overlap),
+            match.record.similarityScore,
+            match.record.combinedScore,
+            framedLetters(columnLetters(match.query, match.placement.query),
+                          columnLetters(match.target, match.placement.target), match.placement.targetOffset),
+            !isCollection || isPrintedOfCollection(match.record, list.matrixID),
+            {},
+            {}};
+}
+
+/// The row of a match of a list by significance. Ranks are 1-based.
+MatchRow significantRow(const JobResults& results, const SignificanceList& list, int queryRank, int matchRank) {
+    const SignificantMatch& match = list.matches[static_cast<std::size_t>(matchRank - 1)];
+    const data& query = results.motifs[static_cast<std::size_t>(list.matrixID - 1)];
+    const data& target = (list.isAgainstCollection ? results.references : results.motifs)[match.target];
+    const PairPlacement placement{MatchingFormat::originalMotif,
+                                  match.isOpposite ? MatchingFormat::reverseComplement : MatchingFormat::originalMotif,
+                                  -match.shift};
+    return {list.isAgainstCollection ? collectionBySignificance : bySignificance,
+            queryRank,
+            matchRank,
+            query,
+            target,
+            namesOfInput(results, query),
+            list.isAgainstCollection ? namesOfReference(results, target) : namesOfInput(results, target),
+            placement,
+            match.overlap,
+            match.similarity,
+            std::nullopt,
+            framedLetters(columnLetters(query, placement.query),
+                          match.isOpposite ? columnLetters(oppositeStrand(target.matrix))
+                                           : columnLetters(target, placement.target),
+                          placement.targetOffset),
+            false,
+            {match.pair, match.alignment},
+            {}};
+}
+
+std::string_view noteOf(const JobSignificance& significance, int matrixID, bool isCollection) {
+    const SignificanceNotes& notes = significance.notes[static_cast<std::size_t>(matrixID - 1)];
+    return isCollection ? notes.ofCollection : notes.ofInput;
+}
+
+/// Writes rows to both files as they come.
+class RowWriter {
+  public:
+    RowWriter(std::ostream& tsv, std::ostream& json, double mostQ) : tsv_(tsv), json_(json), mostQ_(mostQ) {
+        appendTsvHeader(lines_, columns);
+    }
+
+    void write(const MatchRow& row) {
+        if (row.significance.pair.qValue > mostQ_) return;
+        appendTsvRow(lines_, columns, row);
+        objects_ += before_;
+        appendJsonRow(objects_, columns, row);
+        before_ = ",\n";
+        flushWhenLarge(tsv_, lines_);
+        flushWhenLarge(json_, objects_);
+    }
+
+    void finish() {
+        tsv_ << lines_;
+        json_ << objects_ << "\n]\n";
+    }
+
+  private:
+    std::ostream& tsv_;
+    std::ostream& json_;
+    double mostQ_;
+    std::string lines_;
+    std::string objects_ = "[";
+    const char* before_ = "\n";
 };
 
 }  // namespace
 
 std::span<const TableColumn<MatchRow>> matchColumns() {
     return columns;
-}
-
-MatchRow matchRow(const JobResults& results, const RankedList& list, int queryRank, int matchRank) {
-    const dataCombinedScore& record = list.matches[static_cast<std::size_t>(matchRank - 1)];
-    const bool isCollection = isAgainstCollection(list.kind);
-    // Ids of the two lists may be the same, so against a collection only the flag tells which motif comes first: the
-    // query is the outer one.
-    const bool isQueryFirst = isCollection ? record.primaryFlag == PrimaryFlag::yes : record.matrixID1 == list.matrixID;
-    const data& query = motifOf(results.motifs, list.matrixID);
-    const data& target =
-        motifOf(isCollection ? results.references : results.motifs, isQueryFirst ? record.matrixID2 : record.matrixID1);
-    const int queryLength = static_cast<int>(query.matrix.size());
-    const int targetLength = static_cast<int>(target.matrix.size());
-    const PairPlacement placement =
-        placementOf(record, isQueryFirst,
-                    isQueryFirst ? PairLengths{queryLength, targetLength} : PairLengths{targetLength, queryLength});
-    return {list.kind,
-            queryRank,
-            matchRank,
-            query,
-            target,
-            namesOfInput(results, query),
-            isCollection ? namesOfReference(results, target) : namesOfInput(results, target),
-            record,
-            placement,
-            framedLetters(columnLetters(query, placement.query), columnLetters(target, placement.target),
-                          placement.targetOffset),
-            !isCollection || isPrintedOfCollection(record, list.matrixID)};
 }
 
 CountsOfLists matchCounts(const JobResults& results) {
@@ -116,26 +197,30 @@ CountsOfLists matchCounts(const JobResults& results) {
     return counts;
 }
 
-void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& results) {
-    std::string lines;
-    std::string objects = "[";
-    appendTsvHeader(lines, columns);
-    const char* before = "\n";
+void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& results, const JobSignificance& significance,
+                  double mostQ) {
+    RowWriter writer(tsv, json, mostQ);
     CountsOfLists queries{};
-    for (const RankedList& list : results.lists) {
+    for (std::size_t place = 0; place < results.lists.size(); ++place) {
+        const RankedList& list = results.lists[place];
         const int queryRank = ++queries[static_cast<std::size_t>(list.kind)];
         for (int matchRank = 1; matchRank <= std::ssize(list.matches); ++matchRank) {
-            const MatchRow row = matchRow(results, list, queryRank, matchRank);
-            appendTsvRow(lines, columns, row);
-            objects += before;
-            appendJsonRow(objects, columns, row);
-            before = ",\n";
+            MatchRow row = rankedRow(results, list, queryRank, matchRank);
+            row.significance = significance.listed[place][static_cast<std::size_t>(matchRank - 1)];
+            row.note = noteOf(significance, list.matrixID, isAgainstCollection(list.kind));
+            writer.write(row);
         }
-        flushWhenLarge(tsv, lines);
-        flushWhenLarge(json, objects);
     }
-    tsv << lines;
-    json << objects << "\n]\n";
+    std::array<int, 2> significanceQueries{};
+    for (const SignificanceList& list : significance.lists) {
+        const int queryRank = ++significanceQueries[list.isAgainstCollection ? 1 : 0];
+        for (int matchRank = 1; matchRank <= std::ssize(list.matches); ++matchRank) {
+            MatchRow row = significantRow(results, list, queryRank, matchRank);
+            row.note = noteOf(significance, list.matrixID, list.isAgainstCollection);
+            writer.write(row);
+        }
+    }
+    writer.finish();
 }
 
 }  // namespace varnolix::job

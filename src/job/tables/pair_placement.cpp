@@ -20,7 +20,10 @@ std::string framed(const std::string& letters, int before, std::size_t length) {
 std::string columnLetters(const data& motif, MatchingFormat format) {
     const std::string& consensus = format == MatchingFormat::originalMotif ? motif.consensus : motif.revCompConsensus;
     const Matrix& matrix = strandOf(motif, format);
-    if (consensus.size() == matrix.size()) return consensus;
+    return consensus.size() == matrix.size() ? consensus : columnLetters(matrix);
+}
+
+std::string columnLetters(const Matrix& matrix) {
     std::string letters;
     for (const Column& column : matrix) {
         const std::string letter = getConsensusString({column});

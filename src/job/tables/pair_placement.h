@@ -44,6 +44,8 @@ inline const Matrix& strandOf(const data& motif, MatchingFormat format) {
 
 /// The consensus of a strand with exactly one letter for each column; "N" where the consensus has none.
 std::string columnLetters(const data& motif, MatchingFormat format);
+/// The same for any columns.
+std::string columnLetters(const Matrix& matrix);
 
 /// The letters of both motifs, one above the other, filled up with "-" to the same length.
 struct FramedLetters {

@@ -85,10 +85,13 @@ std::vector<std::string> writeTables(const JobSources& sources, const std::vecto
                                      const TableSettings& settings) {
     const double begin = omp_get_wtime();
     const JobResults results = resultsOf(sources);
+    const JobSignificance significance = significanceOf(results, static_cast<std::size_t>(numBestMatches));
+    stageTimes.push_back({"p-values", omp_get_wtime() - begin});
+    const double tablesBegin = omp_get_wtime();
     {
         OutputFile tsv(settings.folder + "matches.tsv");
         OutputFile json(settings.folder + "matches.json");
-        writeMatches(tsv.stream(), json.stream(), results);
+        writeMatches(tsv.stream(), json.stream(), results, significance, settings.mostQ);
     }
     writeText(settings.folder + "motifs.tsv", motifsTsv(results));
     writeText(settings.folder + "skipped.tsv", skippedTsv(skipped));
@@ -97,7 +100,7 @@ std::vector<std::string> writeTables(const JobSources& sources, const std::vecto
     if (isLocalTreeDrawn()) trees.push_back(pathsOf(listTree, settings.folder + "tree"));
     if (isGlobalTreeDrawn()) trees.push_back(pathsOf(globalTree, settings.folder + "tree_global"));
     std::vector<std::string> notes = writeTrees(settings.treeScript, trees);
-    stageTimes.push_back({"tables", omp_get_wtime() - begin});
+    stageTimes.push_back({"tables", omp_get_wtime() - tablesBegin});
     return notes;
 }
 

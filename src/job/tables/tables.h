@@ -14,6 +14,7 @@ namespace varnolix::job {
 struct TableSettings {
     std::string folder;      ///< the job folder, where everything goes; with a slash at its end
     std::string treeScript;  ///< path of tools/tree_newick.R
+    double mostQ = 1.0;      ///< the tables leave out matches with a higher q-value
 };
 
 /// Writes the tables, the combined motifs and the trees. Ends the run if a file cannot be written; a tree that R cannot
