@@ -165,7 +165,8 @@ void checkPairs(std::span<const data> motifs, const Sizes& sizes) {
             const double share = reaching(pValues, levels[k]) / all;
             lines[k].sum += share;
             lines[k].most = std::max(lines[k].most, share);
-            if (share > levels[k] + 3.0 * std::sqrt(levels[k] / all)) ++lines[k].tooMany;
+            // Few of the rare ones are expected, so a share is only told by three targets or more.
+            if (share > levels[k] + 3.0 * std::sqrt(levels[k] / all) + 2.0 / all) ++lines[k].tooMany;
         }
     }
     std::sort(distances.begin(), distances.end());

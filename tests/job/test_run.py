@@ -88,8 +88,19 @@ class Run(CompanionTest):
         self.assertIn(("M1", "N1"), {(row["query_id"], row["target_id"])
                                      for row in table(os.path.join(job, "matches.tsv")) if row["list"] == "collection"})
 
+    def test_tables_may_be_limited_to_sure_matches(self):
+        every = self.job("a.jaspar", "b.jaspar", folder="every")
+        sure = self.job("--max-q", "0.5", "a.jaspar", "b.jaspar", folder="sure")
+        rows = table(os.path.join(every, "matches.tsv"))
+        self.assertIn("by_significance", {row["list"] for row in rows})
+        kept = [row for row in rows if float(row["q_value"]) <= 0.5]
+        self.assertLess(len(kept), len(rows))
+        self.assertEqual(table(os.path.join(sure, "matches.tsv")), kept)
+        self.assertEqual(reports(os.path.join(every, "result")), reports(os.path.join(sure, "result")))
+
     def test_wrong_use(self):
         for arguments in ([], ["run"], ["run", "--cutoff=0.65", "a.jaspar"], ["run", "--top=51", "a.jaspar"],
+                          ["run", "--max-q=1.5", "a.jaspar"],
                           ["run", "--format=doc", "a.jaspar"], ["fly"], ["run", "--threads=0", "a.jaspar"],
                           ["run", "--odd", "a.jaspar"], ["run", "--layout=odd", "a.jaspar"], ["convert"], ["collections", "install", "jasparAll"]):
             with self.subTest(arguments):

@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "job/significance/window_tables.h"
+#include "scan/kernel/exact_sums.h"
 
 namespace varnolix::job {
 
@@ -22,6 +23,7 @@ struct BestAlignment {
     double rank;  ///< its probability, if there are tables
     int shift;
     bool isOpposite;
+    double similarity;  ///< once it was looked at closely
 };
 
 struct Facing {
@@ -141,7 +143,7 @@ class QueryWork {
             const double rank = rankOf(facingAt(shift, query_.size(), length),
                                        static_cast<double>((isOpposite ? oppositeSums_ : sums_)[n]));
             best = std::min(best, rank);
-            rough_.push_back({rank, shift, isOpposite});
+            rough_.push_back({rank, shift, isOpposite, 0.0});
         };
         if (hasTables_) {
             const std::vector<float>& frequent = frequentDistances(length);
@@ -157,23 +159,21 @@ class QueryWork {
             for (std::size_t n = 0; n < shifts; ++n) look(false, n);
             for (std::size_t n = 0; n < shifts; ++n) look(true, n);
         }
-        BestAlignment result{2.0 * anyDistance, 0, false};
+        BestAlignment result{2.0 * anyDistance, 0, false, 0.0};
         for (const BestAlignment& alignment : rough_) {
             if (alignment.rank > best * nearlyEqual) continue;
-            const double exact = exactRank(target, alignment);
-            if (exact < result.rank) result = {exact, alignment.shift, alignment.isOpposite};
+            const BestAlignment exact = lookedAtClosely(target, alignment);
+            if (exact.rank < result.rank) result = exact;
         }
         return result;
     }
 
-    const Matrix& strandOf(std::size_t target, bool isOpposite) const {
-        return isOpposite ? targets_.opposite(target) : targets_.matrix(target);
-    }
-
-    double exactRank(std::size_t target, const BestAlignment& alignment) const {
+    BestAlignment lookedAtClosely(std::size_t target, BestAlignment alignment) const {
         const Facing facing = facingAt(alignment.shift, query_.size(), targets_.length(target));
-        const double similarity = meanSimilarity(query_, strandOf(target, alignment.isOpposite), alignment.shift);
-        return rankOf(facing, distanceOf(similarity, facing.columns));
+        const Matrix& strand = alignment.isOpposite ? targets_.opposite(target) : targets_.matrix(target);
+        alignment.similarity = meanSimilarity(query_, strand, alignment.shift);
+        alignment.rank = rankOf(facing, distanceOf(alignment.similarity, facing.columns));
+        return alignment;
     }
 
     /// Works out the distances of the alignments by ascending shift, in single precision.
@@ -200,7 +200,7 @@ class QueryWork {
         match.target = target;
         match.shift = best.shift;
         match.isOpposite = best.isOpposite;
-        match.similarity = meanSimilarity(query_, strandOf(target, best.isOpposite), best.shift);
+        match.similarity = best.similarity;
         match.overlap = facingAt(best.shift, query_.size(), targets_.length(target)).columns;
         if (!hasTables_) return match;
         match.alignment = best.rank;
@@ -293,7 +293,7 @@ class QueryWork {
 }  // namespace
 
 int stepsPerOne(std::size_t queryColumns) {
-    constexpr std::array<std::pair<std::size_t, int>, 3> fineness = {{{12, 128}, {24, 64}, {40, 32}}};
+    constexpr std::array<std::pair<std::size_t, int>, 4> fineness = {{{12, 128}, {16, 96}, {24, 64}, {40, 32}}};
     for (const auto& [columns, steps] : fineness) {
         if (queryColumns <= columns) return steps;
     }
@@ -322,14 +322,20 @@ std::vector<double> falseDiscoveryRates(std::span<const double> pValues) {
 
 double meanSimilarity(const Matrix& query, const Matrix& target, int shift) {
     const Facing facing = facingAt(shift, query.size(), target.size());
-    long double sum = 0.0L;
-    for (int k = facing.first; k < facing.first + facing.columns; ++k) {
-        const Column& one = query[static_cast<std::size_t>(k)];
-        const Column& other = target[static_cast<std::size_t>(k + shift)];
-        for (std::size_t base = 0; base < one.size(); ++base) {
-            sum += 1.0 - std::fabs(one[base] - other[base]);
+    const auto addCells = [&](auto add) {
+        for (int k = facing.first; k < facing.first + facing.columns; ++k) {
+            const Column& one = query[static_cast<std::size_t>(k)];
+            const Column& other = target[static_cast<std::size_t>(k + shift)];
+            for (std::size_t base = 0; base < one.size(); ++base) add(1.0 - std::fabs(one[base] - other[base]));
         }
+    };
+    if (facing.columns <= static_cast<int>(mostKernelColumns)) {
+        std::int64_t sum = 0;
+        addCells([&](double cell) { sum += static_cast<std::int64_t>(cell / kernel::unit); });
+        return kernel::meanScore(sum, facing.columns);
     }
+    long double sum = 0.0L;
+    addCells([&](double cell) { sum += cell; });
     return static_cast<double>(sum / (static_cast<long double>(basesPerColumn) * facing.columns));
 }
 

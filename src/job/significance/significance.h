@@ -83,7 +83,7 @@ double bestOfAlignments(double probability, double alignments);
 std::vector<double> falseDiscoveryRates(std::span<const double> pValues);
 
 /// The mean similarity of the columns that face each other at the shift, with the bits of the reports. Column k of the
-/// query faces column k + shift of the target.
+/// query faces column k + shift of the target. All values lie in [0, 1].
 double meanSimilarity(const Matrix& query, const Matrix& target, int shift);
 
 /// Works out the requests, shared out among the threads.

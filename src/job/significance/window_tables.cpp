@@ -1,7 +1,7 @@
 #include "job/significance/window_tables.h"
 
 #include <algorithm>
-#include <array>
+#include <iterator>
 #include <numeric>
 
 namespace varnolix::job {
@@ -61,6 +61,7 @@ void WindowTables::appendColumn(const DistanceShares& shares, std::int64_t lastS
     next_.resize(padding_ + most + 2 * convolvedAtOnce + elementsPastEnd);
     std::fill_n(next_.begin(), padding_, 0.0);
     lowest_ += least;
+    sums_.clear();
     double sum = 0.0;
     std::size_t size = 0;
     bool isWhole = false;
@@ -81,12 +82,14 @@ void WindowTables::appendColumn(const DistanceShares& shares, std::int64_t lastS
         for (; size < last && !isWhole; ++size, ++values) {
             if (*values > 0.0 && *values < leastShare) *values = leastShare;
             sum += *values;
+            sums_.push_back(sum);
             isWhole = sum >= keptShare || lowest_ + static_cast<std::int64_t>(size) >= lastStep;
         }
     }
     // All that lies above comes next.
     if (size < most) {
         next_[padding_ + size] = std::max(0.0, 1.0 - sum) + roundedOff;
+        sums_.push_back(1.0);
         ++size;
     }
     size_ = size;
@@ -97,12 +100,9 @@ void WindowTables::appendColumn(const DistanceShares& shares, std::int64_t lastS
 
 void WindowTables::keepWindow(Window& window) {
     window = {static_cast<double>(lowest_ - 1), cumulative_.size(), size_ + 1, 0};
-    double sum = 0.0;
     cumulative_.push_back(0.0);
-    for (std::size_t n = 0; n + 1 < size_; ++n) {
-        sum += current_[padding_ + n];
-        cumulative_.push_back(std::min(1.0, sum * raised));
-    }
+    std::transform(sums_.begin(), sums_.end() - 1, std::back_inserter(cumulative_),
+                   [](double sum) { return std::min(1.0, sum * raised); });
     cumulative_.push_back(1.0);
     const auto values = cumulative_.begin() + static_cast<std::ptrdiff_t>(window.firstValue);
     window.frequent = static_cast<std::size_t>(std::lower_bound(values, cumulative_.end(), frequentShare) - values);

@@ -78,6 +78,7 @@ class WindowTables {
     std::vector<double> cumulative_;  // of all windows
     // The distribution of the window that is being worked out, after `padding_` zeros and before more of them.
     std::vector<double> current_, next_;
+    std::vector<double> sums_;  // of its first values
     std::size_t size_ = 0;
     std::int64_t lowest_ = 0;
 };

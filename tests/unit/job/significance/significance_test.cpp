@@ -226,7 +226,7 @@ TEST(SignificanceTest, NearlyEqualTargetsAreNearlyEquallySure) {
 }
 
 TEST(SignificanceTest, IsTheSameForEveryNumberOfThreadsAndProcessor) {
-    const std::vector<data> motifs = sharpMotifs(50, 12);
+    const std::vector<data> motifs = sharpMotifs(25, 12);
     const ColumnPool pool(motifs);
     std::vector<QueryRequest> requests = requestsOf(motifs);
     for (QueryRequest& request : requests) request.listed = {{3, 1, true, false, 0.8}, {4, 0, false, true, 0.9}};
@@ -234,7 +234,7 @@ TEST(SignificanceTest, IsTheSameForEveryNumberOfThreadsAndProcessor) {
     omp_set_num_threads(1);
     const std::vector<QueryResult> expected = significanceOf(requests, pool, 10, KernelCode::portable);
     for (const KernelCode code : kernelCodes()) {
-        for (const int count : {1, 2, 7}) {
+        for (const int count : {1, 2, 3}) {
             omp_set_num_threads(count);
             const std::vector<QueryResult> results = significanceOf(requests, pool, 10, code);
             for (std::size_t n = 0; n < results.size(); ++n) {

@@ -24,10 +24,11 @@ struct MatchTexts {
     std::string json;
 };
 
-MatchTexts textsOf(const JobResults& results) {
+/// @param best matches of a list by significance; 0: there are none of these lists
+MatchTexts textsOf(const JobResults& results, std::size_t best = 0, double mostQ = 1.0) {
     std::ostringstream tsv;
     std::ostringstream json;
-    job::writeMatches(tsv, json, results);
+    job::writeMatches(tsv, json, results, job::significanceOf(results, best), mostQ);
     return {tsv.str(), json.str()};
 }
 
@@ -223,6 +224,87 @@ TEST_F(MatchesTableTest, MatchesThatTheReportsOmitAreMarked) {
     EXPECT_EQ(rows[0].at("in_report"), "yes");
     EXPECT_EQ(rows[0].at("query_id"), "motif 1");
     EXPECT_EQ(rows[0].at("target_offset_0based"), "1");
+}
+
+TEST_F(MatchesTableTest, ListsBySignificanceFollowThoseOfTheReports) {
+    compareRandom(79);
+    const std::vector<TsvRow> rows = rowsOfTsv(textsOf(results(), 3).tsv);
+    std::map<std::string, int> counts;
+    bool isListed = false;
+    for (const TsvRow& row : rows) {
+        const std::string& list = row.at("list");
+        ++counts[list];
+        const bool isCollection = list == "collection_by_significance";
+        if (!isCollection && list != "by_significance") {
+            EXPECT_FALSE(isListed);
+            EXPECT_FALSE(row.at("combined_score").empty());
+            continue;
+        }
+        isListed = true;
+        const data& query = Datasets.at(std::stoul(row.at("query_number_1based")) - 1);
+        const data& target =
+            (isCollection ? DatabaseDatasets : Datasets).at(std::stoul(row.at("target_number_1based")) - 1);
+        EXPECT_TRUE(isCollection || &query != &target);
+        EXPECT_EQ(row.at("query_orientation"), "forward");
+        const bool isForward = row.at("target_orientation") == "forward";
+        EXPECT_EQ(row.at("orientation") == "+", isForward);
+        const Mean mean = meanOf(query.matrix, isForward ? target.matrix : job::oppositeStrand(target.matrix),
+                                 std::stoi(row.at("target_offset_0based")));
+        EXPECT_NEAR(std::stod(row.at("similarity")), mean.similarity, 1e-12);
+        EXPECT_EQ(std::stoi(row.at("overlap")), mean.columns);
+        EXPECT_EQ(facingLetters(row.at("query_consensus"), row.at("target_consensus")), mean.columns);
+        EXPECT_EQ(row.at("combined_score"), "");
+        EXPECT_EQ(row.at("in_report"), "no");
+    }
+    // Three for each motif that is long enough to be compared.
+    const auto compared =
+        std::count_if(Datasets.begin(), Datasets.end(), [](const data& motif) { return motif.matrix.size() >= 4; });
+    EXPECT_EQ(counts["by_significance"], 3 * compared);
+    EXPECT_EQ(counts["collection_by_significance"], 3 * compared);
+}
+
+TEST_F(MatchesTableTest, APairHasTheSameProbabilityInEveryList) {
+    compareRandom(80);
+    std::map<std::tuple<bool, std::string, std::string>, std::string> seen;
+    int repeated = 0;
+    for (const TsvRow& row : rowsOfTsv(textsOf(results(), 50).tsv)) {
+        const bool isCollection = row.at("list").starts_with("collection");
+        const auto [place, isNew] = seen.insert(
+            {{isCollection, row.at("query_id"), row.at("target_id")}, row.at("p_value") + ' ' + row.at("q_value")});
+        EXPECT_EQ(place->second, row.at("p_value") + ' ' + row.at("q_value"));
+        if (!isNew) ++repeated;
+        for (const char* name : {"p_value", "p_alignment", "q_value"}) {
+            EXPECT_GT(std::stod(row.at(name)), 0.0) << name;
+            EXPECT_LE(std::stod(row.at(name)), 1.0) << name;
+        }
+    }
+    EXPECT_GT(repeated, 100);
+}
+
+TEST_F(MatchesTableTest, MatchesOfHigherQAreLeftOut) {
+    compareRandom(81);
+    const std::vector<TsvRow> all = rowsOfTsv(textsOf(results(), 5).tsv);
+    const MatchTexts some = textsOf(results(), 5, 0.2);
+    std::vector<TsvRow> expected;
+    for (const TsvRow& row : all) {
+        if (std::stod(row.at("q_value")) <= 0.2) expected.push_back(row);
+    }
+    EXPECT_FALSE(expected.empty());
+    EXPECT_LT(expected.size(), all.size());
+    EXPECT_EQ(rowsOfTsv(some.tsv), expected);
+    EXPECT_EQ(nlohmann::json::parse(some.json).size(), expected.size());
+}
+
+TEST_F(MatchesTableTest, OddQueriesAreNoted) {
+    Datasets = {testing::motifOfMatrix(1, Matrix(6, Column{0.25, 0.25, 0.25, 0.25})), testing::motifOfText(2, "AACCAA"),
+                testing::motifOfText(3, "AACCAC")};
+    sources = sourcesOfMotifs();
+    std::map<std::string, std::string> notes;
+    for (const TsvRow& row : rowsOfTsv(textsOf(results(), 5).tsv)) {
+        notes[row.at("query_id")] = row.at("significance_note");
+    }
+    EXPECT_EQ(notes["motif 1"], "flat query; background of only 24 columns");
+    EXPECT_EQ(notes["motif 2"], "background of only 24 columns");
 }
 
 TEST_F(MatchesTableTest, NoMatchesLeaveTheHeaderAndAnEmptyArray) {

@@ -69,6 +69,7 @@ TEST_F(TablesTest, WritesWhatTheAnswersAskFor) {
     EXPECT_TRUE(tables().empty());
     EXPECT_THAT(jobFiles(), ::testing::ElementsAre("matches.json", "matches.tsv", "motifs.tsv", "skipped.tsv"));
     EXPECT_THAT(read("job/matches.tsv"), StartsWith("list\t"));
+    EXPECT_STREQ(stageTimes.at(stageTimes.size() - 2).stage, "p-values");
     EXPECT_STREQ(stageTimes.back().stage, "tables");
 }
 
