@@ -325,7 +325,8 @@ double meanSimilarity(const Matrix& query, const Matrix& target, int shift) {
     const auto addCells = [&](auto add) {
         for (int k = facing.first; k < facing.first + facing.columns; ++k) {
             const Column& one = query[static_cast<std::size_t>(k)];
-            const Column& other = target[static_cast<std::size_t>(k + shift)];
+            const int faced = k + shift;
+            const Column& other = target[static_cast<std::size_t>(faced)];
             for (std::size_t base = 0; base < one.size(); ++base) add(1.0 - std::fabs(one[base] - other[base]));
         }
     };

@@ -13,9 +13,9 @@ namespace {
 
 template <std::size_t bytes>
 struct Vectors {
-    typedef double Doubles __attribute__((vector_size(bytes)));
-    typedef float Floats __attribute__((vector_size(bytes)));
-    typedef std::int32_t Integers __attribute__((vector_size(bytes)));
+    using Doubles __attribute__((vector_size(bytes))) = double;
+    using Floats __attribute__((vector_size(bytes))) = float;
+    using Integers __attribute__((vector_size(bytes))) = std::int32_t;
 };
 
 template <class Vector, class Value>
@@ -134,6 +134,7 @@ VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* sha
 }
 
 // The same functions for one kind of processor, under the given prefix.
+// NOLINTBEGIN(bugprone-macro-parentheses): neither an attribute nor a part of a name may have them
 #define VARNOLIX_STEPS(PREFIX, TARGET, BYTES, AT_ONCE)                                                                \
     TARGET void PREFIX##Measure(const Column& column, BaseRows<float> others, std::size_t columns, bool swapsOnePair, \
                                 float stepsPerOne, std::int32_t greatest, std::int32_t* distances) {                  \
@@ -153,6 +154,8 @@ VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* sha
     }                                                                                                                 \
     constexpr VectorSteps PREFIX##Steps = {PREFIX##Measure, PREFIX##MeasureFinely, PREFIX##AddDiagonals,              \
                                            PREFIX##Convolve};
+
+// NOLINTEND(bugprone-macro-parentheses)
 
 VARNOLIX_STEPS(portable, , 16, 4)
 #ifdef __x86_64__

@@ -20,7 +20,7 @@ constexpr double raised = 1.0 + 0x1p-30;
 }  // namespace
 
 DistanceShares sharesOf(std::span<const std::uint32_t> counts) {
-    const double total = static_cast<double>(std::accumulate(counts.begin(), counts.end(), std::uint64_t{0}));
+    const auto total = static_cast<double>(std::accumulate(counts.begin(), counts.end(), std::uint64_t{0}));
     DistanceShares shares;
     for (std::size_t step = 0; step < counts.size(); ++step) {
         if (counts[step] != 0) shares.push_back({static_cast<std::int32_t>(step), counts[step] / total});
