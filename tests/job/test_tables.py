@@ -116,13 +116,15 @@ class Tables(CompanionTest):
             self.assertGreater(len(printed), 20, name)
             self.check_printed(rows, printed)
         self.assertEqual({row["list"] for row in rows},
-                         {"top_global", "significant", "each_motif", "collection", "collection_global"})
+                         {"top_global", "significant", "each_motif", "collection", "collection_global",
+                          "by_significance", "collection_by_significance"})
         self.assertIn("no", {row["in_report"] for row in rows})
 
     def test_matches_across_data_sets_alone(self):
         job = self.whole_job("--type", "global-only")
         rows = table(os.path.join(job, "matches.tsv"))
-        self.assertEqual({row["list"] for row in rows}, {"top_global", "collection_global"})
+        self.assertEqual({row["list"] for row in rows}, {"top_global", "collection_global", "by_significance",
+                                                        "collection_by_significance"})
 
     def test_json_is_the_table(self):
         job = self.whole_job()
@@ -132,7 +134,10 @@ class Tables(CompanionTest):
         self.assertEqual([list(each) for each in objects], [list(row) for row in rows])
         for each, row in zip(objects, rows):
             for name, value in each.items():
-                self.assertEqual(value, row[name] if isinstance(value, str) else type(value)(row[name]), name)
+                if value is None:
+                    self.assertEqual(row[name], "", name)
+                else:
+                    self.assertEqual(value, type(value)(row[name]), name)
 
     def test_threads_do_not_change_the_tables(self):
         first = self.whole_job("--threads", "1", "--merge", folder="first")
