@@ -159,7 +159,7 @@ VARNOLIX_INLINE void convolveWith(const double* before, const DistanceShare* sha
 
 VARNOLIX_STEPS(portable, , 16, 4)
 #ifdef __x86_64__
-VARNOLIX_STEPS(avx2, __attribute__((target("avx2"))), 32, 4)
+VARNOLIX_STEPS(avx2, __attribute__((target("avx2"))), 32, 8)
 VARNOLIX_STEPS(avx512, __attribute__((target("avx512f,avx512dq"))), 64, 4)
 #endif
 
