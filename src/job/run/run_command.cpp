@@ -13,6 +13,7 @@
 #include "job/folder/installation.h"
 #include "job/folder/job_folder.h"
 #include "job/job_error.h"
+#include "job/page/write_page.h"
 #include "job/run/answers.h"
 #include "job/run/job_console.h"
 #include "job/run/job_sources.h"
@@ -115,6 +116,7 @@ int runCommand(const RunOptions& options) {
     fs::current_path(folder);
     prepareToolEnvironment(installation);
     keepsRankedLists = true;
+    JobSignificance significance;
     std::vector<std::string> notes;
     const TableSettings tables{folder.string() + "/", (installation.home / "tools" / "tree_newick.R").string(),
                                options.mostQ};
@@ -123,9 +125,14 @@ int runCommand(const RunOptions& options) {
         runJob();
         requireSame(Datasets.size(), sources.motifs.size(), "motif files");
         if (!sources.collection.empty()) requireSame(DatabaseDatasets.size(), sources.references.size(), "collection");
-        notes = writeTables(sources, read.skipped, tables);
+        significance = leftSignificance(sources);
+        notes = writeTables(sources, significance, read.skipped, tables);
     }
-    writeJobRecord(sources, {VARNOLIX_FULL_VERSION, settingsOf(options), read.files, notes}, tables);
+    const nlohmann::ordered_json settings = settingsOf(options);
+    const RecordedJob job{VARNOLIX_FULL_VERSION, settings, read.files, notes};
+    writePage(sources, significance, read.skipped, job, tables, pageFilesOf(installation.home),
+              fs::canonical(folder).filename().string());
+    writeJobRecord(sources, job, tables);
     for (const std::string& note : notes) std::cerr << "varnolix-job: note: " << note << '\n';
     if (!options.isQuiet) std::cout << "Results in " << wanted.string() << "/\n";
     return EXIT_SUCCESS;

@@ -2,10 +2,10 @@
 
 #include <openssl/evp.h>
 
-#include <array>
 #include <filesystem>
 #include <fstream>
 #include <memory>
+#include <vector>
 
 namespace varnolix::job {
 
@@ -17,15 +17,21 @@ class Sha256 {
 
     void add(std::string_view bytes) { EVP_DigestUpdate(context_.get(), bytes.data(), bytes.size()); }
 
-    std::string digits() {
-        std::array<unsigned char, EVP_MAX_MD_SIZE> digest{};
+    /// The sum as it is, 32 bytes.
+    std::vector<unsigned char> bytes() {
+        std::vector<unsigned char> digest(EVP_MAX_MD_SIZE);
         unsigned length = 0;
         EVP_DigestFinal_ex(context_.get(), digest.data(), &length);
+        digest.resize(length);
+        return digest;
+    }
+
+    std::string digits() {
         std::string text;
-        for (unsigned place = 0; place < length; ++place) {
+        for (const unsigned char byte : bytes()) {
             constexpr std::string_view hexadecimal = "0123456789abcdef";
-            text += hexadecimal[digest[place] >> 4U];
-            text += hexadecimal[digest[place] & 15U];
+            text += hexadecimal[byte >> 4U];
+            text += hexadecimal[byte & 15U];
         }
         return text;
     }
@@ -40,6 +46,16 @@ std::string sha256(std::string_view bytes) {
     Sha256 sum;
     sum.add(bytes);
     return sum.digits();
+}
+
+std::string sha256AsBase64(std::string_view bytes) {
+    Sha256 sum;
+    sum.add(bytes);
+    const std::vector<unsigned char> digest = sum.bytes();
+    // Four letters for every three bytes, and a zero byte behind them.
+    std::vector<unsigned char> letters((digest.size() + 2) / 3 * 4 + 1);
+    const int length = EVP_EncodeBlock(letters.data(), digest.data(), static_cast<int>(digest.size()));
+    return {letters.begin(), letters.begin() + length};
 }
 
 std::string sha256OfFile(const std::string& path) {

@@ -95,19 +95,13 @@ bool isMerged(const combinedMatrices& step) {
     return step.mergedFlag == mergedFlag;
 }
 
-/// The last merged step; the end if there is none. The merged steps come first.
-Steps::const_iterator lastMerged(const Steps& steps) {
-    const auto end = std::find_if_not(steps.begin(), steps.end(), isMerged);
-    return end == steps.begin() ? steps.end() : end - 1;
-}
-
 std::string combinedId(ListKind list, int group) {
     return listName(list) + ("_" + std::to_string(group));
 }
 
 /// Why the match of this place of its group was not merged.
 const char* reasonOf(const Steps& steps, std::size_t place) {
-    const auto merged = static_cast<std::size_t>(std::count_if(steps.begin(), steps.end(), isMerged));
+    const std::size_t merged = mergedSteps(steps).size();
     const bool isRefusal = steps.size() > merged;
     if (place > merged) return isRefusal ? "comes after a refused member" : "comes after a member without an alignment";
     return isRefusal ? "refused, as the result would not align with its parts"
@@ -118,7 +112,7 @@ void appendGroup(std::string& text, const JobResults& results, const MergedList&
     const std::vector<dataCombinedScore>& records = list.groups[place];
     const Steps& steps = list.merged[place];
     const int group = static_cast<int>(place) + 1;
-    const std::string id = lastMerged(steps) == steps.end() ? "" : combinedId(list.kind, group);
+    const std::string id = mergedSteps(steps).empty() ? "" : combinedId(list.kind, group);
     const auto addRow = [&](int step, int memberID, std::optional<double> score) {
         const std::size_t match = step > 0 ? static_cast<std::size_t>(step - 1) : 0;
         const data& member = motifOf(results.motifs, memberID);
@@ -145,6 +139,10 @@ std::string decimalText(double number) {
 }
 
 }  // namespace
+
+std::span<const combinedMatrices> mergedSteps(const std::vector<combinedMatrices>& steps) {
+    return {steps.begin(), std::find_if_not(steps.begin(), steps.end(), isMerged)};
+}
 
 StepPlacement placementOf(const combinedMatrices& step) {
     const PairAlignment alignment{static_cast<int>(step.matrix1.size()),
@@ -179,13 +177,13 @@ std::vector<DownloadedMotif> combinedMotifs(const JobResults& results, std::span
     std::vector<DownloadedMotif> motifs;
     for (const MergedList& list : lists) {
         for (std::size_t place = 0; place < list.merged.size(); ++place) {
-            const auto last = lastMerged(list.merged[place]);
-            if (last == list.merged[place].end()) continue;
+            const std::span<const combinedMatrices> steps = mergedSteps(list.merged[place]);
+            if (steps.empty()) continue;
             DownloadedMotif& motif = motifs.emplace_back();
             motif.id = combinedId(list.kind, static_cast<int>(place) + 1);
             motif.name = namesOfInput(results, motifOf(results.motifs, list.groups[place].front().matrixID1)).id;
             motif.siteCount = assumedSites;
-            for (const Column& column : last->combinedMatrix) {
+            for (const Column& column : steps.back().combinedMatrix) {
                 NumberColumn& numbers = motif.columns.emplace_back();
                 std::transform(column.begin(), column.end(), numbers.begin(), decimalText);
             }

@@ -20,6 +20,9 @@ struct MergedList {
     const std::vector<std::vector<combinedMatrices>>& merged;
 };
 
+/// The steps of a group that were merged; they come first.
+std::span<const combinedMatrices> mergedSteps(const std::vector<combinedMatrices>& steps);
+
 /// How the parts of a step were laid together, before they were averaged. Both offsets count the columns of their
 /// common axis; a negative one means that the part's first columns were cut off.
 struct StepPlacement {

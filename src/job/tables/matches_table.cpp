@@ -152,37 +152,6 @@ std::string_view noteOf(const JobSignificance& significance, int matrixID, bool 
     return isCollection ? notes.ofCollection : notes.ofInput;
 }
 
-/// Writes rows to both files as they come.
-class RowWriter {
-  public:
-    RowWriter(std::ostream& tsv, std::ostream& json, double mostQ) : tsv_(tsv), json_(json), mostQ_(mostQ) {
-        appendTsvHeader(lines_, columns);
-    }
-
-    void write(const MatchRow& row) {
-        if (row.significance.pair.qValue > mostQ_) return;
-        appendTsvRow(lines_, columns, row);
-        objects_ += before_;
-        appendJsonRow(objects_, columns, row);
-        before_ = ",\n";
-        flushWhenLarge(tsv_, lines_);
-        flushWhenLarge(json_, objects_);
-    }
-
-    void finish() {
-        tsv_ << lines_;
-        json_ << objects_ << "\n]\n";
-    }
-
-  private:
-    std::ostream& tsv_;
-    std::ostream& json_;
-    double mostQ_;
-    std::string lines_;
-    std::string objects_ = "[";
-    const char* before_ = "\n";
-};
-
 }  // namespace
 
 std::span<const TableColumn<MatchRow>> matchColumns() {
@@ -197,9 +166,11 @@ CountsOfLists matchCounts(const JobResults& results) {
     return counts;
 }
 
-void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& results, const JobSignificance& significance,
-                  double mostQ) {
-    RowWriter writer(tsv, json, mostQ);
+void visitMatches(const JobResults& results, const JobSignificance& significance, double mostQ,
+                  const std::function<void(const MatchRow&)>& visitor) {
+    const auto visit = [&](const MatchRow& row) {
+        if (!(row.significance.pair.qValue > mostQ)) visitor(row);
+    };
     CountsOfLists queries{};
     for (std::size_t place = 0; place < results.lists.size(); ++place) {
         const RankedList& list = results.lists[place];
@@ -208,7 +179,7 @@ void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& resul
             MatchRow row = rankedRow(results, list, queryRank, matchRank);
             row.significance = significance.listed[place][static_cast<std::size_t>(matchRank - 1)];
             row.note = noteOf(significance, list.matrixID, isAgainstCollection(list.kind));
-            writer.write(row);
+            visit(row);
         }
     }
     std::array<int, 2> significanceQueries{};
@@ -217,10 +188,27 @@ void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& resul
         for (int matchRank = 1; matchRank <= std::ssize(list.matches); ++matchRank) {
             MatchRow row = significantRow(results, list, queryRank, matchRank);
             row.note = noteOf(significance, list.matrixID, list.isAgainstCollection);
-            writer.write(row);
+            visit(row);
         }
     }
-    writer.finish();
+}
+
+void writeMatches(std::ostream& tsv, std::ostream& json, const JobResults& results, const JobSignificance& significance,
+                  double mostQ) {
+    std::string lines;
+    std::string objects = "[";
+    appendTsvHeader(lines, columns);
+    const char* before = "\n";
+    visitMatches(results, significance, mostQ, [&](const MatchRow& row) {
+        appendTsvRow(lines, columns, row);
+        objects += before;
+        appendJsonRow(objects, columns, row);
+        before = ",\n";
+        flushWhenLarge(tsv, lines);
+        flushWhenLarge(json, objects);
+    });
+    tsv << lines;
+    json << objects << "\n]\n";
 }
 
 }  // namespace varnolix::job

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <ostream>
 #include <span>
@@ -34,6 +35,11 @@ struct MatchRow {
 };
 
 std::span<const TableColumn<MatchRow>> matchColumns();
+
+/// Calls the visitor with every match of every list, in the order of the table.
+/// @param mostQ matches with a higher q-value are left out
+void visitMatches(const JobResults& results, const JobSignificance& significance, double mostQ,
+                  const std::function<void(const MatchRow&)>& visitor);
 
 /// How many matches there are of each kind of list.
 CountsOfLists matchCounts(const JobResults& results);

@@ -64,7 +64,7 @@ std::span<const TableColumn<SkippedMotif>> skippedColumns() {
     return ofSkipped;
 }
 
-std::string motifsTsv(const JobResults& results) {
+std::vector<MotifRow> motifRows(const JobResults& results) {
     std::vector<MotifRow> rows;
     rows.reserve(results.motifs.size());
     for (std::size_t place = 0; place < results.motifs.size(); ++place) {
@@ -72,7 +72,11 @@ std::string motifsTsv(const JobResults& results) {
         rows.push_back(
             {motif, results.sources.motifs[place], namesOfInput(results, motif), informationOf(motif.matrix)});
     }
-    return tsvText(ofMotifs, rows);
+    return rows;
+}
+
+std::string motifsTsv(const JobResults& results) {
+    return tsvText(ofMotifs, motifRows(results));
 }
 
 std::string skippedTsv(const std::vector<SkippedMotif>& skipped) {

@@ -22,6 +22,9 @@ struct MotifRow {
 std::span<const TableColumn<MotifRow>> motifColumns();
 std::span<const TableColumn<SkippedMotif>> skippedColumns();
 
+/// The rows of the table of motifs, one for each input motif.
+std::vector<MotifRow> motifRows(const JobResults& results);
+
 std::string motifsTsv(const JobResults& results);
 std::string skippedTsv(const std::vector<SkippedMotif>& skipped);
 

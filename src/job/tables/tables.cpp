@@ -10,7 +10,6 @@
 #include <numeric>
 
 #include "job/downloads/motif_writers.h"
-#include "job/tables/combined_motifs.h"
 #include "job/tables/matches_table.h"
 #include "job/tables/motifs_table.h"
 #include "job/tables/tree_files.h"
@@ -50,10 +49,6 @@ void writeText(const std::string& path, const std::string& text) {
     OutputFile(path).stream() << text;
 }
 
-JobResults resultsOf(const JobSources& sources) {
-    return {sources, Datasets, DatabaseDatasets, rankedLists};
-}
-
 std::string joined(const std::vector<DownloadedMotif>& motifs, std::string (*textOf)(const DownloadedMotif&)) {
     return std::accumulate(
         motifs.begin(), motifs.end(), std::string(),
@@ -61,11 +56,7 @@ std::string joined(const std::vector<DownloadedMotif>& motifs, std::string (*tex
 }
 
 void writeCombined(const JobResults& results, const std::string& folder) {
-    const MergedList lists[] = {
-        {ListKind::topGlobal, topGlobalMatchingResults, mergedMotifGlobalMatching},
-        {ListKind::significant, topGlobalAndLocalMatchingResults, mergedMotifGlobalAndLocalMatching},
-        {ListKind::eachMotif, topBestMatchesResults, mergedMotifBestMatches},
-    };
+    const std::vector<MergedList> lists = leftMerged();
     const std::string stem = folder + "combined_motifs";
     writeText(stem + ".tsv", combinedTsv(results, lists));
     const std::vector<DownloadedMotif> motifs = combinedMotifs(results, lists);
@@ -81,13 +72,28 @@ TreePaths pathsOf(const TreeFiles& tree, const std::string& stem) {
 
 }  // namespace
 
-std::vector<std::string> writeTables(const JobSources& sources, const std::vector<SkippedMotif>& skipped,
-                                     const TableSettings& settings) {
+JobResults leftResults(const JobSources& sources) {
+    return {sources, Datasets, DatabaseDatasets, rankedLists};
+}
+
+std::vector<MergedList> leftMerged() {
+    if (combinedMotifFlag != "Y") return {};
+    return {{ListKind::topGlobal, topGlobalMatchingResults, mergedMotifGlobalMatching},
+            {ListKind::significant, topGlobalAndLocalMatchingResults, mergedMotifGlobalAndLocalMatching},
+            {ListKind::eachMotif, topBestMatchesResults, mergedMotifBestMatches}};
+}
+
+JobSignificance leftSignificance(const JobSources& sources) {
     const double begin = omp_get_wtime();
-    const JobResults results = resultsOf(sources);
-    const JobSignificance significance = significanceOf(results, static_cast<std::size_t>(numBestMatches));
+    JobSignificance significance = significanceOf(leftResults(sources), static_cast<std::size_t>(numBestMatches));
     stageTimes.push_back({"p-values", omp_get_wtime() - begin});
-    const double tablesBegin = omp_get_wtime();
+    return significance;
+}
+
+std::vector<std::string> writeTables(const JobSources& sources, const JobSignificance& significance,
+                                     const std::vector<SkippedMotif>& skipped, const TableSettings& settings) {
+    const double begin = omp_get_wtime();
+    const JobResults results = leftResults(sources);
     {
         OutputFile tsv(settings.folder + "matches.tsv");
         OutputFile json(settings.folder + "matches.json");
@@ -100,22 +106,25 @@ std::vector<std::string> writeTables(const JobSources& sources, const std::vecto
     if (isLocalTreeDrawn()) trees.push_back(pathsOf(listTree, settings.folder + "tree"));
     if (isGlobalTreeDrawn()) trees.push_back(pathsOf(globalTree, settings.folder + "tree_global"));
     std::vector<std::string> notes = writeTrees(settings.treeScript, trees);
-    stageTimes.push_back({"tables", omp_get_wtime() - tablesBegin});
+    stageTimes.push_back({"tables", omp_get_wtime() - begin});
     return notes;
 }
 
+JobRecord recordOf(const RecordedJob& job, const TableSettings& settings) {
+    return {job.version,
+            utcTime(),
+            job.settings,
+            job.inputs,
+            stageTimes,
+            peakMemoryOfProcess(),
+            filesBelow(settings.folder),
+            job.notes};
+}
+
 void writeJobRecord(const JobSources& sources, const RecordedJob& job, const TableSettings& settings) {
-    const JobRecord record{job.version,
-                           utcTime(),
-                           job.settings,
-                           job.inputs,
-                           stageTimes,
-                           peakMemoryOfProcess(),
-                           filesBelow(settings.folder),
-                           job.notes};
     const std::string path = settings.folder + "job.json";
     const std::string unfinished = path + ".part";
-    writeText(unfinished, jobRecordText(record, resultsOf(sources)));
+    writeText(unfinished, jobRecordText(recordOf(job, settings), leftResults(sources)));
     std::filesystem::rename(unfinished, path);
 }
 

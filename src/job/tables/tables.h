@@ -5,11 +5,22 @@
 #include <vector>
 
 #include "job/job_motif.h"
+#include "job/tables/combined_motifs.h"
 #include "job/tables/job_record.h"
+#include "job/tables/match_significance.h"
 
 // Writes what a job has beside its reports. To be called when runJob() is through; reads the globals that it leaves.
 
 namespace varnolix::job {
+
+/// What runJob() left.
+JobResults leftResults(const JobSources& sources);
+
+/// The p-values of its matches, and its lists by significance. Adds an entry to stageTimes.
+JobSignificance leftSignificance(const JobSources& sources);
+
+/// The groups of each list and what was merged of them; none if the job does not merge.
+std::vector<MergedList> leftMerged();
 
 struct TableSettings {
     std::string folder;      ///< the job folder, where everything goes; with a slash at its end
@@ -20,8 +31,8 @@ struct TableSettings {
 /// Writes the tables, the combined motifs and the trees. Ends the run if a file cannot be written; a tree that R cannot
 /// make is only noted. Adds an entry to stageTimes.
 /// @return what the user should know, as sentences
-std::vector<std::string> writeTables(const JobSources& sources, const std::vector<SkippedMotif>& skipped,
-                                     const TableSettings& settings);
+std::vector<std::string> writeTables(const JobSources& sources, const JobSignificance& significance,
+                                     const std::vector<SkippedMotif>& skipped, const TableSettings& settings);
 
 /// What job.json says beyond what the stages and the folder tell.
 struct RecordedJob {
@@ -30,6 +41,9 @@ struct RecordedJob {
     std::vector<InputFile> inputs;
     std::vector<std::string> notes;  ///< sentences
 };
+
+/// The record of the job as it stands now.
+JobRecord recordOf(const RecordedJob& job, const TableSettings& settings);
 
 /// Writes job.json, as a whole or not at all. Nothing may be written to the folder afterwards.
 void writeJobRecord(const JobSources& sources, const RecordedJob& job, const TableSettings& settings);

@@ -5,7 +5,7 @@
 #include <limits>
 
 #include "input/getRevCompMotif.h"
-#include "job/tables/small_job.h"
+#include "job/tables/merged_job.h"
 #include "job/tables/table_lines.h"
 #include "merge/stages.h"
 #include "scan/region_rule.h"
@@ -40,27 +40,7 @@ Matrix laidTogether(const Matrix& one, int oneOffset, const Matrix& other, int o
     return result;
 }
 
-class CombinedMotifsTest : public testing::SmallJobTest {
-  protected:
-    void mergeRandom(std::uint64_t seed) {
-        answer();
-        testing::RandomMotifs random(seed);
-        Datasets = random.motifs(16, 2);
-        simCutoff = 0.8;
-        combinedMotifFlag = "Y";
-        compare();
-        for (const auto& group : topGlobalMatchingResults) combinedMatrixGlobalMatching(group);
-        for (const auto& group : topGlobalAndLocalMatchingResults) combinedMatrixGlobalAndLocalMatching(group);
-        for (const auto& group : topBestMatchesResults) combinedMatrixBestMatches(group);
-        sources = sourcesOfMotifs();
-    }
-
-    static std::vector<MergedList> lists() {
-        return {{ListKind::topGlobal, topGlobalMatchingResults, mergedMotifGlobalMatching},
-                {ListKind::significant, topGlobalAndLocalMatchingResults, mergedMotifGlobalAndLocalMatching},
-                {ListKind::eachMotif, topBestMatchesResults, mergedMotifBestMatches}};
-    }
-};
+using CombinedMotifsTest = testing::MergedJobTest;
 
 TEST_F(CombinedMotifsTest, RowsTellHowTheCombinedMatrixWasMade) {
     int merged = 0;

@@ -50,7 +50,7 @@ class TablesTest : public testing::SmallJobTest {
         for (const auto& group : topGlobalMatchingResults) combinedMatrixGlobalMatching(group);
         for (const auto& group : topGlobalAndLocalMatchingResults) combinedMatrixGlobalAndLocalMatching(group);
         for (const auto& group : topBestMatchesResults) combinedMatrixBestMatches(group);
-        return job::writeTables(sources, {}, settings());
+        return job::writeTables(sources, job::leftSignificance(sources), {}, settings());
     }
 
     std::vector<std::string> jobFiles() const {

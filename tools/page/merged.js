@@ -1,0 +1,125 @@
+// The merged motifs, with their members aligned beneath.
+"use strict";
+
+const MERGED_AT_ONCE = 20;
+let mergedShown = MERGED_AT_ONCE;
+
+function mergedName(merged) {
+  return `${merged.name} (${listName(merged.list).toLowerCase()})`;
+}
+
+function mergedPositions(merged) {
+  return positionsOf(merged.matrix);
+}
+
+function mergedForDownload(merged) {
+  return {id: merged.id, name: merged.name, positions: mergedPositions(merged)};
+}
+
+// One line of the picture: a matrix whose first position stands in column `first` of the frame.
+function framedLogo(positions, frame, first, height, label) {
+  const columnWidth = 20;
+  return svgEl(
+      "svg", {
+        class: "logo",
+        role: "img",
+        "aria-label": label,
+        viewBox: `0 0 ${frame.columns * columnWidth} ${height + 1}`,
+        width: frame.columns * columnWidth,
+        height: height + 1,
+      },
+      frame.shaded && svgEl("rect", {
+        class: "overlap",
+        x: frame.shaded.first * columnWidth,
+        y: 0,
+        width: frame.shaded.columns * columnWidth,
+        height
+      }),
+      logoLetters(positions, columnWidth, height, first),
+      svgEl(
+          "path",
+          {class: "logo-line", d: `M ${first * columnWidth} ${height + 0.5} h ${positions.length * columnWidth}`}));
+}
+
+function mergedPicture(merged) {
+  const combined = mergedPositions(merged);
+  const members = merged.members.map((member) => ({...member, motif: motifByNumber.get(member.motif)}));
+  const first = Math.min(0, ...members.map((member) => member.offset));
+  const end = Math.max(combined.length, ...members.map((member) => member.offset + member.motif.positions.length));
+  const frame = {columns: end - first, shaded: {first: -first, columns: combined.length}};
+  const line = (name, note, picture) => [el("div", {class: "frame-name"}, name, el("small", {}, note)), picture];
+  return el(
+      "div", {class: "frame scroller", tabindex: "0", role: "region", "aria-label": `Members of ${merged.name}`},
+      line(
+          el("strong", {}, "merged"), counted(combined.length, "column"),
+          framedLogo(combined, frame, -first, 64, `Logo of the merged motif ${merged.name}`)),
+      members.map(
+          (member) => line(
+              motifLink(member.motif), member.strand,
+              framedLogo(
+                  member.motif.strand(member.strand), frame, member.offset - first, 38,
+                  logoLabel(member.motif, `, ${member.strand}`)))));
+}
+
+function mergedCard(merged) {
+  return el(
+      "article", {class: "card wide", id: `merged-${merged.id}`, tabindex: "-1"},
+      el("div", {class: "dialog-head"},
+         el("h3", {}, merged.name, el("span", {class: "second"}, ` ${listName(merged.list)}`)),
+         el("div", {class: "buttons"}, downloadButtons(merged.id, () => [mergedForDownload(merged)]))),
+      whenNear(el("div", {class: "plate tall"}), (plate) => plate.append(mergedPicture(merged))),
+      el("p", {class: "muted small"}, `${counted(merged.members.length, "member")}. `,
+         merged.left_out > 0 &&
+             `${counted(merged.left_out, "match", "matches")} of the group did not fit and ${
+                 merged.left_out === 1 ? "was" : "were"} left out. `,
+         el("a", {href: `#merged=${encodeURIComponent(merged.id)}`}, "Link to this motif")));
+}
+
+function wantedMerged() {
+  const list = byId("merged-list").value;
+  return job.merged.filter((merged) => !list || merged.list === list);
+}
+
+function drawMergedCards() {
+  const wanted = wantedMerged();
+  replaceChildren(byId("merged-cards"), wanted.slice(0, mergedShown).map(mergedCard));
+  byId("merged-count").textContent = counted(wanted.length, "merged motif");
+  byId("more-merged").hidden = wanted.length <= mergedShown;
+}
+
+function showMerged(id) {
+  const place = job.merged.findIndex((merged) => merged.id === id);
+  if (place < 0) {
+    say("This page has no such merged motif.");
+    return;
+  }
+  byId("merged-list").value = "";
+  mergedShown = Math.max(mergedShown, place + 1);
+  drawMergedCards();
+  const card = byId(`merged-${id}`);
+  card.scrollIntoView();
+  card.focus({preventScroll: true});
+}
+
+function drawMerged() {
+  if (job.merged.length === 0) return;
+  byId("merged").hidden = false;
+  const lists =
+      [...new Set(job.merged.map((merged) => merged.list))].sort((one, other) => placeOfList(one) - placeOfList(other));
+  fillSelect(byId("merged-list"), "all lists", lists, listName);
+  drawMergedCards();
+  byId("merged-list").addEventListener("change", () => {
+    mergedShown = MERGED_AT_ONCE;
+    drawMergedCards();
+  });
+  byId("more-merged").addEventListener("click", () => {
+    mergedShown += MERGED_AT_ONCE;
+    drawMergedCards();
+  });
+  byId("merged-meme")
+      .addEventListener(
+          "click", () => downloadText("merged_motifs.meme", memeText(wantedMerged().map(mergedForDownload))));
+  byId("merged-jaspar")
+      .addEventListener(
+          "click", () => downloadText("merged_motifs.jaspar", jasparText(wantedMerged().map(mergedForDownload))));
+}
