@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Installs with apt what VARNOLIX needs on this machine, and proves that it works.
 #
-#   setup.sh              C++ toolchain, WebLogo, PHP, WeasyPrint, R: for logos, PDF files and trees
+#   setup.sh              C++ toolchain, WebLogo, PHP, WeasyPrint, R: for logos, PDF files, trees, and the page of a job
 #   setup.sh --text       C++ toolchain only: for building, and for text reports
 #   setup.sh --chromium   the default set, and Chromium, which converts pages to PDF more faithfully
 #
-#   --tests               also what the tests need: GoogleTest, and poppler-utils to examine PDF files
+#   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a driver of browsers
+#   --firefox             also Firefox, in which the page of a job is tested too
 #   --checks              also what more-tests.sh needs: clang with its libraries, the checkers of check.sh
 #   --check               installs nothing: says what is missing, and does the proof
 #   --if-missing          skips the proof if nothing was missing
@@ -22,14 +23,16 @@ source "$here/common.sh"
 build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zlib1g-dev
                 libssl-dev)
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
-                 r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape)
+                 r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape
+                 libjs-jquery libjs-jquery-datatables node-d3)
 check_packages=(clang libomp-dev libclang-rt-dev clang-format clang-tidy shellcheck)
 
-choice=default tests=false checks=false check_only=false if_missing=false
+choice=default firefox=false tests=false checks=false check_only=false if_missing=false
 for argument in "$@"; do
     case $argument in
         --text) choice=text ;;
         --chromium) choice=chromium ;;
+        --firefox) firefox=true ;;
         --tests) tests=true ;;
         --checks) checks=true ;;
         --check) check_only=true ;;
@@ -46,8 +49,9 @@ wanted_packages() {
     ! $checks || printf '%s\n' "${check_packages[@]}"
     [[ $choice != text ]] || return 0
     printf '%s\n' "${report_packages[@]}"
-    ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil
+    ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil python3-selenium chromium-driver
     [[ $choice != chromium ]] || echo chromium
+    ! $firefox || echo firefox-esr
 }
 
 # without PACKAGE: says what goes wrong without it.
@@ -61,6 +65,10 @@ without() {
         libclang-rt-dev) echo "no fuzz targets, and no sanitizers with clang" ;;
         clang-format | clang-tidy | shellcheck) echo "check.sh fails" ;;
         python3-biopython | python3-pil) echo "tests of the tables and pictures of jobs fail" ;;
+        python3-selenium | chromium-driver) echo "the tests of the page of a job fail" ;;
+        firefox-esr) echo "the page of a job is tested in Chromium alone" ;;
+        libjs-jquery | libjs-jquery-datatables) echo "the page of a job has a plain table that cannot be sorted" ;;
+        node-d3) echo "the page of a job has its tree as text" ;;
         poppler-utils) echo "the tests of PDF files fail" ;;
         python3-weblogo | ghostscript) echo "pages have no logos" ;;
         php-cli) echo "no PDF files are made" ;;

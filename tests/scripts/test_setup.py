@@ -12,10 +12,10 @@ LIBRARIES = {"libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
 TEXT_SET = {"g++", "cmake", "ninja-build", "python3"} | LIBRARIES
 DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
                           "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
-                          "r-cran-dendextend", "r-cran-ape"}
+                          "r-cran-dendextend", "r-cran-ape", "libjs-jquery", "libjs-jquery-datatables", "node-d3"}
 SMALLEST_BLAS = {"libblas-dev"}     # keeps a dependency of WebLogo small
 GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
-TOOL_TESTS = {"poppler-utils", "python3-biopython", "python3-pil"}
+TOOL_TESTS = {"poppler-utils", "python3-biopython", "python3-pil", "python3-selenium", "chromium-driver"}
 CHECKS = {"clang", "libomp-dev", "libclang-rt-dev", "clang-format", "clang-tidy", "shellcheck"}
 
 
@@ -99,6 +99,7 @@ class Setup(ScriptTest):
         self.machine(root=True)
         for arguments, expected in ((["--text"], TEXT_SET), ([], DEFAULT_SET),
                                     (["--chromium"], DEFAULT_SET | {"chromium"}),
+                                    (["--firefox"], DEFAULT_SET | {"firefox-esr"}),
                                     (["--text", "--tests"], TEXT_SET | GOOGLE_TEST),
                                     (["--text", "--checks"], TEXT_SET | CHECKS),
                                     (["--tests"], DEFAULT_SET | GOOGLE_TEST | TOOL_TESTS)):
@@ -119,9 +120,9 @@ class Setup(ScriptTest):
         self.assertEqual(done.stdout.count("not to be had"), 2)
 
     def test_every_package_has_a_word_on_what_goes_without_it(self):
-        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | TOOL_TESTS | {"chromium"}
+        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | TOOL_TESTS | {"chromium", "firefox-esr"}
         self.machine(root=True, release_lacks=sorted(everything))
-        done, lines = self.run_setup("--chromium", "--tests", "--checks")
+        done, lines = self.run_setup("--chromium", "--firefox", "--tests", "--checks")
         told = dict(re.findall(r"(?m)^  (\S+) +not to be had: (\w.+)$", done.stdout))
         self.assertEqual(set(told), everything)
         self.assertEqual(lines, ["apt-get -q update", "prove"])
