@@ -148,6 +148,19 @@ say "The same job in one command"
 printf ' %s' "" "${command[@]#"$project/"}"
 printf '\n'
 "${command[@]}"
+# made FILE WHAT: lists one file of the companion's job.
+made() {
+    if [[ -s $short/$1 ]]; then line "$1" "$2"; else lacking "$1" "$2"; fi
+}
+
+say "What it wrote in $short/"
+made index.html "the page to open first: matches, motifs and tree, in any browser"
+made matches.tsv "every match of every list; matches.json holds the same"
+made motifs.tsv "every motif, with its file and line"
+made combined_motifs.meme "merged motifs with their matrices; also .jaspar, .transfac, .tsv"
+$text_only || made tree.nwk "the tree as Newick"
+made job.json "settings, files, counts and times"
+(( missing == 0 )) || fail "$missing files of the companion's job are missing"
 say "The first matches in $short/matches.tsv (six of its columns)"
 awk -F '\t' '
     NR == 1 { for (i = 1; i <= NF; i++) column[$i] = i }
@@ -155,3 +168,4 @@ awk -F '\t' '
                      $column["orientation"], $column["overlap"], $column["similarity"] }' "$short/matches.tsv"
 
 say "All there. Your own motifs: varnolix-job run FILE..., or scripts/new-job.sh DIR for the dialogue"
+say "Open this in a browser: ${short#"$PWD/"}/index.html"

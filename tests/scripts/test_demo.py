@@ -72,6 +72,9 @@ class Demo(ScriptTest):
         done = self.run_script("demo.sh", "--text")
         shown = done.stdout[done.stdout.index("== The same job in one command"):]
         self.assertIn(" run --force -o build/demo-short --top 3 --best 2 --cutoff 0.75 --merge ", shown)
+        listed = shown[shown.index("== What it wrote in"):].splitlines()
+        self.assertTrue(listed[1].startswith("  index.html "))
+        self.assertRegex(shown.splitlines()[-1], r"^== Open this in a browser: .*build/demo-short/index\.html$")
         self.assertRegex(shown, r"(?m)^  list +query_id +target_id +orientation +overlap +similarity$")
         self.assertEqual(len([line for line in shown.splitlines() if line.startswith("  top_global ")]), 3)
 
