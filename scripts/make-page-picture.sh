@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
-# Takes the picture of a report page that the README shows (docs/page.png), with headless Chromium.
+# Takes the picture of a job's page that the README shows (docs/page.png), with headless Chromium.
 #
-#   make-page-picture.sh [JOB_FOLDER]
+#   make-page-picture.sh [JOB_FOLDER [ADDRESS [PICTURE]]]
 #
-# JOB_FOLDER is a finished job with pages; the default is build/demo-job, which demo.sh makes. The picture shows
-# the first top motif and its best match; the version and the box with the answers are left out.
+# JOB_FOLDER is a job of varnolix-job; the default is build/demo-short, which demo.sh makes. ADDRESS is what the page is
+# opened at, as in its own links: the default, #match=top_global.1.1, shows the first match with its alignment.
+# PICTURE is the file to write.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
@@ -14,35 +15,52 @@ case ${1:-} in
     --help) usage_of "$0"; exit 0 ;;
     -*) wrong_use "unknown option $1" ;;
 esac
-(( $# <= 1 )) || wrong_use "one job folder at a time"
+(( $# <= 3 )) || wrong_use "one job folder at a time"
 
-job="${1:-$project/build/demo-job}"
-picture="$project/docs/page.png"
-size=1010,718           # CSS pixels: one motif and one match
-scale=0.64              # picture pixels for each CSS pixel
+job="${1:-$project/build/demo-short}"
+address="${2:-#match=top_global.1.1}"
+picture="${3:-$project/docs/page.png}"
+width=1200 height=800   # CSS pixels
+scale=0.75              # picture pixels for each CSS pixel
 limit=60                # seconds
+largest=150000          # bytes
 
-browser="$(command -v chromium || command -v chromium-browser || command -v google-chrome)" ||
-    fail "Chromium is not installed: run scripts/setup.sh --chromium"
-[[ -d $job/result ]] || fail "there is no job in $job: run scripts/demo.sh first"
-page="$(find "$(realpath "$job/result")" -maxdepth 1 -name 'J_*_HTML_Results.html' | sort | tail -n 1)"
-[[ -n $page ]] || fail "there is no page in $job/result: the job must have the format HTML or All"
+[[ -s $job/index.html ]] || fail "there is no page in $job: run scripts/demo.sh first"
+if ! command -v chromedriver > /dev/null || ! /usr/bin/python3 -c 'import selenium' 2> /dev/null; then
+    fail "Chromium and its driver are not installed: run scripts/setup.sh --chromium --tests"
+fi
 
-# The page finds its logos by relative paths, so its shortened copy is put into a folder with a link to them.
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
-ln -s "${page%HTML_Results.html}image" "$work/"
-sed -e '/Version /d' -e "/<h3 class='sansserif'> INPUT/,/<h3 class='sansserif'> RESULTS/d" -e '/<hr>/,$d' "$page" \
-    > "$work/page.html"
+# A picture by Chromium's own option is blank where the page is scrolled.
+page="file://$(realpath "$job")/index.html"
+FONTCONFIG_FILE="$project/tools/fonts/fonts.conf" timeout "$limit" \
+    /usr/bin/python3 - "$page$address" "$work/page.png" "$width" "$height" "$scale" <<'PYTHON'
+import os
+import sys
 
-options=(--headless --disable-gpu --disable-lcd-text --hide-scrollbars "--user-data-dir=$work/profile"
-         "--window-size=$size" "--force-device-scale-factor=$scale" "--screenshot=$work/page.png")
-[[ $(id -u) != 0 ]] || options+=(--no-sandbox)      # Chromium does not start for root otherwise
-FONTCONFIG_FILE="$project/tools/fonts/fonts.conf" \
-    timeout "$limit" "$browser" "${options[@]}" "file://$work/page.html" > "$work/log" 2>&1 || true
-if [[ ! -s $work/page.png ]]; then
-    tail -n 5 "$work/log" >&2
-    fail "Chromium took no picture"
-fi
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+
+address, picture, width, height, scale = sys.argv[1:]
+options = webdriver.ChromeOptions()
+for switch in ("headless=new", "disable-gpu", "disable-lcd-text", "hide-scrollbars", "force-prefers-reduced-motion"):
+    options.add_argument("--" + switch)
+if os.getuid() == 0:
+    options.add_argument("--no-sandbox")        # it does not start for root otherwise
+browser = webdriver.Chrome(service=Service("chromedriver"), options=options)
+try:
+    browser.execute_cdp_cmd("Emulation.setDeviceMetricsOverride", {
+        "width": int(width), "height": int(height), "deviceScaleFactor": float(scale), "mobile": False})
+    browser.get(address)
+    browser.execute_script("""
+        document.activeElement.blur();
+        document.querySelector('.opener[aria-expanded=true]')?.closest('section').scrollIntoView();""")
+    browser.save_screenshot(picture)
+finally:
+    browser.quit()
+PYTHON
+bytes="$(stat -c %s "$work/page.png")"
+(( bytes <= largest )) || fail "the picture has $bytes bytes, more than $largest"
 mv "$work/page.png" "$picture"
-say "$picture: $(stat -c %s "$picture") bytes"
+say "$picture: $bytes bytes"
