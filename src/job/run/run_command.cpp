@@ -134,7 +134,10 @@ int runCommand(const RunOptions& options) {
               fs::canonical(folder).filename().string());
     writeJobRecord(sources, job, tables);
     for (const std::string& note : notes) std::cerr << "varnolix-job: note: " << note << '\n';
-    if (!options.isQuiet) std::cout << "Results in " << wanted.string() << "/\n";
+    if (!options.isQuiet) {
+        std::cout << "Results in " << wanted.string() << "/; open " << (wanted / pageName).string()
+                  << " in a browser\n";
+    }
     return EXIT_SUCCESS;
 }
 
