@@ -153,7 +153,11 @@ class WholeJob(PageTest):
                 if column == "list":
                     continue
                 values = [rows[row][column] for row in self.all_shown()]
-                keys = [float(value or "inf") for value in values] if isnumber else [value.lower() for value in values]
+                if isnumber:                    # what has no value comes last
+                    keys = [float(value) for value in values if value]
+                    self.assertEqual(values[len(keys):], [""] * (len(values) - len(keys)), column)
+                else:
+                    keys = [value.lower() for value in values]
                 self.assertEqual(keys, sorted(keys, reverse=direction == "descending"), column)
 
     def test_filters(self):

@@ -102,6 +102,13 @@ function headCells() {
       el("span", {class: "head"}, column.head), " ", el("small", {}, column.words)))];
 }
 
+// Numbers for DataTables: what has no value comes last, whatever the direction.
+function compareNumbers(one, other, sign) {
+  if (one === other) return 0;
+  if (one === Infinity || other === Infinity) return one === Infinity ? 1 : -1;
+  return sign * (one - other);
+}
+
 // The table by DataTables.
 class SortedTable {
   constructor(area) {
@@ -112,6 +119,8 @@ class SortedTable {
            el("thead", {}, el("tr", {}, headCells())));
     area.append(this.table);
     jQuery.fn.dataTable.ext.errMode = "throw";
+    jQuery.fn.dataTable.ext.type.order["measured-asc"] = (one, other) => compareNumbers(one, other, 1);
+    jQuery.fn.dataTable.ext.type.order["measured-desc"] = (one, other) => compareNumbers(one, other, -1);
     jQuery.fn.dataTable.ext.search.push((settings, texts, row) => passesFilters(row));
     const sortValue = (column) => (row, kind) => {
       if (kind !== "sort" && kind !== "type") return "";
@@ -126,7 +135,7 @@ class SortedTable {
         {data: () => "", orderable: false, searchable: false, className: "opener-cell"},
         ...matchColumns.map((column) => ({
                               data: sortValue(column),
-                              type: column.isNumber ? "num" : "string",
+                              type: column.isNumber ? "measured" : "string",
                               searchable: false,
                               visible: column.shown,
                               className: column.className,
