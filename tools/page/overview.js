@@ -183,7 +183,7 @@ function datasetMark(dataset) {
 }
 
 function motifLink(motif) {
-  return el("a", {href: motif.hash}, motif.name);
+  return el("a", {href: motif.hash, title: motif.name.length > 30 && motif.name}, motif.name);
 }
 
 function drawOverview() {
