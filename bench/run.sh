@@ -278,7 +278,7 @@ storeTable() {
         count=${run/fill/2}
         VARNOLIX_PROGRAM="$build/varnolix" "$root/scripts/new-job.sh" "$folder" >/dev/null
         cat "$work"/quarter.txt{,,,} >"$folder/motifs/first.txt"
-        printf '%s\n' 1 10 1 0.99 "$count" "$folder/motifs/" first.txt 4 14 N N Global-Only HTML "$folder/result/" \
+        printf '%s\n' 1 10 1 0.9 "$count" "$folder/motifs/" first.txt 4 14 N N Global-Only HTML "$folder/result/" \
             >"$folder/answers.txt"
         (cd "$folder" && forTools inJob "$folder" "$build/varnolix") || die "the program failed in $folder"
         [[ $run == fill ]] || row "$count" "$(find "$folder/result" -name '*.jpeg' -size +0 | wc -l)" \
