@@ -25,12 +25,13 @@ void CompactTable::Column::add(const Cell& cell) {
         return;
     }
     hasTexts = true;
-    const auto [found, isNew] = places.try_emplace(std::string(*words), places.size());
-    if (isNew) {
+    auto found = places.find(*words);
+    if (found == places.end()) {
+        found = places.emplace(*words, places.size()).first;
         texts += ',';
         appendJsonValue(texts, cell);
     }
-    cells += std::to_string(found->second);
+    appendJsonValue(cells, static_cast<std::int64_t>(found->second));
 }
 
 std::string CompactTable::json() const {

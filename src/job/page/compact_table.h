@@ -1,7 +1,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -30,11 +32,17 @@ class CompactTable {
     std::string json() const;
 
   private:
+    /// Lets texts be looked up without a copy.
+    struct Hash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view text) const { return std::hash<std::string_view>()(text); }
+    };
+
     struct Column {
         ColumnNote note;
         std::string cells;  ///< JSON values, a comma in front of each
         std::string texts;  ///< JSON strings, a comma in front of each
-        std::unordered_map<std::string, std::size_t> places;
+        std::unordered_map<std::string, std::size_t, Hash, std::equal_to<>> places;
         bool hasTexts;
 
         void add(const Cell& cell);

@@ -97,24 +97,35 @@ std::string withMarks(std::string_view text, const std::map<std::string, std::st
 }  // namespace
 
 std::string scriptSafeJson(std::string_view json) {
+    constexpr std::string_view lineSeparator = "\xe2\x80\xa8";
+    constexpr std::string_view paragraphSeparator = "\xe2\x80\xa9";
     std::string safe;
     safe.reserve(json.size() + json.size() / 16);
+    std::size_t copied = 0;
+    const auto replace = [&](std::size_t place, std::size_t length, std::string_view escape) {
+        safe.append(json, copied, place - copied).append(escape);
+        copied = place + length;
+    };
     for (std::size_t place = 0; place < json.size(); ++place) {
-        const std::string_view rest = json.substr(place);
-        if (rest[0] == '<') {
-            safe += "\\u003c";
-        } else if (rest[0] == '>') {
-            safe += "\\u003e";
-        } else if (rest[0] == '&') {
-            safe += "\\u0026";
-        } else if (rest.starts_with("\xe2\x80\xa8") || rest.starts_with("\xe2\x80\xa9")) {
-            safe += rest[2] == '\xa8' ? "\\u2028" : "\\u2029";
-            place += 2;
-        } else {
-            safe += rest[0];
+        switch (json[place]) {
+            case '<':
+                replace(place, 1, "\\u003c");
+                break;
+            case '>':
+                replace(place, 1, "\\u003e");
+                break;
+            case '&':
+                replace(place, 1, "\\u0026");
+                break;
+            case lineSeparator[0]:
+                if (json.substr(place).starts_with(lineSeparator)) replace(place, 3, "\\u2028");
+                if (json.substr(place).starts_with(paragraphSeparator)) replace(place, 3, "\\u2029");
+                break;
+            default:
+                break;
         }
     }
-    return safe;
+    return safe.append(json, copied);
 }
 
 std::string pageEscaped(std::string_view text) {
