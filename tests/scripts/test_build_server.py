@@ -13,21 +13,21 @@ class BuildServer(ScriptTest):
         """Runs the script; answers its exit status and what the stand-ins printed."""
         for name in ("test.sh", "more-tests.sh"):
             write(self.path("project", "scripts", name),
-                  f"#!/bin/sh\ncat\necho {name} $#\n[ {name} != '{failing}' ]\n", executable=True)
+                  f"#!/bin/sh\ncat\necho {name} $*\n[ {name} != '{failing}' ]\n", executable=True)
         os.makedirs(self.path("project", ".ci"), exist_ok=True)
         shutil.copy(os.path.join(ROOT, ".ci", "run"), self.path("project", ".ci"))
         done = subprocess.run([self.path("project", ".ci", "run")], cwd=self.top, input="input\n", text=True,
                               stdout=subprocess.PIPE, timeout=LIMIT, check=False)
         return done.returncode, done.stdout
 
-    def test_all_tests_run_without_arguments_and_input(self):
-        self.assertEqual(self.run_ci(), (0, "test.sh 0\nmore-tests.sh 0\n"))
+    def test_all_tests_run_without_input_and_with_firefox(self):
+        self.assertEqual(self.run_ci(), (0, "test.sh --firefox\nmore-tests.sh\n"))
 
     def test_a_failure_of_the_tests_ends_it(self):
-        self.assertEqual(self.run_ci(failing="test.sh"), (1, "test.sh 0\n"))
+        self.assertEqual(self.run_ci(failing="test.sh"), (1, "test.sh --firefox\n"))
 
     def test_a_failure_of_the_other_jobs_fails(self):
-        self.assertEqual(self.run_ci(failing="more-tests.sh"), (1, "test.sh 0\nmore-tests.sh 0\n"))
+        self.assertEqual(self.run_ci(failing="more-tests.sh"), (1, "test.sh --firefox\nmore-tests.sh\n"))
 
 
 if __name__ == "__main__":
