@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <optional>
 
 #include "job/collections_command.h"
@@ -10,6 +11,7 @@
 #include "job/downloads/layouts.h"
 #include "job/folder/installation.h"
 #include "job/folder/job_folder.h"
+#include "job/help_format.h"
 #include "job/run/run_command.h"
 
 namespace varnolix::job {
@@ -36,34 +38,56 @@ void addLayoutOption(CLI::App& command, std::optional<Layout>& layout) {
         ->type_name("NAME");
 }
 
+/// @return 0 for all that the machine has
+int threadsOf(const std::string& text) {
+    if (text == "all" || text == "ALL") return 0;
+    int count = 0;
+    if (!CLI::detail::lexical_cast(text, count) || count < 1) {
+        throw CLI::ValidationError("--threads", text + " is no number of threads");
+    }
+    return count;
+}
+
 void addRun(CLI::App& app, RunOptions& options, Action& action) {
     CLI::App* run = app.add_subcommand("run", "Compare motifs, and write reports and tables into a new folder");
     run->add_option("FILE", options.files,
                     "Motif files in any layout, also compressed by gzip; a folder is one data set of all files in it; "
                     "- is standard input; NAME=FILE names the data set")
         ->required();
-    run->add_option("-o,--output", options.folder, "Folder of the job (default: varnolix-DATE-NUMBER)");
+    run->add_option("-o,--output", options.folder, "Folder of the job (default: varnolix-DATE-NUMBER)")
+        ->type_name("DIR");
     run->add_flag("--force", options.replaces, "Replace the job that the folder holds");
     addLayoutOption(*run, options.layout);
     run->add_flag("--skip-bad", options.skipsBad, "Leave out motifs that cannot be read, and list them in skipped.tsv");
     run->add_option("--trim", options.trimBits, "Cut flank columns of less information than this many bits")
+        ->type_name("BITS")
         ->check(CLI::Range(0.0, 2.0));
-    run->add_option("--top", options.topMotifs, "Number of top motifs (default: 10)")->check(CLI::Range(1, mostListed));
+    run->add_option("--top", options.topMotifs, "Number of top motifs (default: 10)")
+        ->type_name("N")
+        ->check(CLI::Range(1, mostListed));
     run->add_option("--best", options.bestMatches, "Number of best matches of a motif (default: 10)")
+        ->type_name("N")
         ->check(CLI::Range(1, mostListed));
     run->add_option("--cutoff", options.cutoff,
                     "Least similarity: 0.5, 0.6, 0.7, 0.75, 0.8, 0.85 or 0.9 (default: 0.85)")
+        ->type_name("C")
         ->check(CLI::IsMember({"0.5", "0.6", "0.7", "0.75", "0.8", "0.85", "0.9"}));
     run->add_option("--max-q", options.mostQ,
                     "Leave matches with a higher q-value out of the tables; the reports hold them all the same")
+        ->type_name("Q")
         ->check(CLI::Range(0.0, 1.0));
-    run->add_option("--threads", options.threads, "Number of threads (default: all that the machine has)")
-        ->check(CLI::PositiveNumber);
+    run->add_option_function<std::string>(
+           "--threads", [&options](const std::string& text) { options.threads = threadsOf(text); },
+           "Number of threads, or all, which is the default")
+        ->type_name("N");
     run->add_option("--collection", options.collection,
-                    "Reference collection: an installed name, a file or folder in any layout, or none (default)");
+                    "Reference collection: an installed name, a file or folder in any layout, or none (default)")
+        ->type_name("NAME");
     run->add_option("--type", options.type, "Matches to report: all (default), or global-only: those across data sets")
+        ->type_name("TYPE")
         ->check(CLI::IsMember({"all", "global-only"}));
     run->add_option("--format", options.format, "Format of the reports: text (default), html, pdf or all")
+        ->type_name("FORMAT")
         ->check(CLI::IsMember({"text", "html", "pdf", "all"}));
     run->add_flag("--tree", options.drawsTree, "Draw the tree of the motifs");
     run->add_flag("--merge", options.merges, "Merge similar motifs");
@@ -75,6 +99,7 @@ void addConvert(CLI::App& app, ConvertOptions& options, Action& action) {
     CLI::App* convert = app.add_subcommand("convert", "Print motifs of any layout in another one");
     convert->add_option("FILE", options.files, "Motif files in any layout; - is standard input")->required();
     convert->add_option("--to", options.to, "Layout to print: jaspar (default), meme, transfac or tsv")
+        ->type_name("LAYOUT")
         ->check(CLI::IsMember({"jaspar", "meme", "transfac", "tsv"}));
     addLayoutOption(*convert, options.layout);
     convert->add_flag("--taxon", options.withTaxon, "Write the taxon, too, where the layout has a place for it");
@@ -91,7 +116,8 @@ void addCollections(CLI::App& app, CollectionOptions& options, Action& action) {
     CLI::App* install = list->add_subcommand("install", "Install a reference collection from a download");
     install->add_option("NAME", options.name, "Name of the collection, as listed")->required();
     install->add_option("FILE", options.file, "Motif file in any layout, or a folder of such files")->required();
-    install->add_option("--to", options.folder, "Job folder that gets it; otherwise it is there for all later jobs");
+    install->add_option("--to", options.folder, "Job folder that gets it; otherwise it is there for all later jobs")
+        ->type_name("DIR");
     addLayoutOption(*install, options.layout);
     install->callback([&options, &action] { action = [&options] { return installCommand(options); }; });
 }
@@ -113,7 +139,11 @@ int runCommandLine(int argc, char** argv) {
     CLI::App app("Compare DNA sequence motifs", "varnolix-job");
     app.require_subcommand(1);
     app.set_version_flag("--version", "varnolix-job " VARNOLIX_FULL_VERSION);
-    app.get_formatter()->column_width(26);
+    // Taken over by the commands that are added later.
+    app.formatter(std::make_shared<HelpFormat>());
+    app.get_formatter()->label("Positionals", "Arguments");
+    app.get_formatter()->label("Subcommands", "Commands");
+    app.footer("\nExit status: 0 if all is well, 1 for a refused or failed job, 2 for wrong use.");
     RunOptions run;
     ConvertOptions convert;
     CollectionOptions collection;

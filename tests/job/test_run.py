@@ -140,12 +140,20 @@ class Run(CompanionTest):
         self.assertIn(b"Your output files have been saved", done.stdout)
         self.assertTrue(os.path.exists(PROGRAM))
 
+    def test_threads_may_be_all(self):
+        self.assertEqual(self.companion("run", "-o", "job", "--threads=ALL", "a.jaspar").returncode, 0)
+        for count in ("0", "-1", "two", "1.5"):
+            self.assertEqual(self.companion("run", "--threads", count, "a.jaspar").returncode, 2)
+
     def test_version_and_help(self):
         self.assertRegex(self.companion("--version").stdout.decode(), r"\Avarnolix-job \d+\.\d+\.\d+")
         for command in ([], ["run"], ["convert"], ["collections"], ["collections", "install"], ["folder"]):
             done = self.companion(*command, "--help")
+            shown = done.stdout.decode()
             self.assertEqual(done.returncode, 0)
-            self.assertIn(b"Usage:", done.stdout)
+            self.assertTrue(shown.startswith(f"Usage: {' '.join(['varnolix-job', *command])} "), shown[:80])
+            self.assertLess(max(map(len, shown.splitlines())), 80)
+        self.assertIn("\n  -o, --output=DIR      Folder of the job", self.companion("run", "--help").stdout.decode())
 
 
 class Completion(CompanionTest):
