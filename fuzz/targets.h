@@ -24,11 +24,8 @@ struct Target {
 };
 
 inline constexpr Target targets[] = {
-    {"block_shape", blockShapeTarget},
-    {"readers", readersTarget},
-    {"collections", collectionsTarget},
-    {"answers", answersTarget},
-    {"download", downloadTarget},
+    {"block_shape", blockShapeTarget}, {"readers", readersTarget},   {"collections", collectionsTarget},
+    {"answers", answersTarget},        {"download", downloadTarget},
 };
 
 /// If the promise does not hold, prints its text and ends the process.
