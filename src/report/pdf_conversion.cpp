@@ -8,7 +8,6 @@
 #include <iostream>
 #include <iterator>
 #include <mutex>
-#include <numeric>
 #include <string_view>
 
 #include "run/run_text.h"
@@ -144,12 +143,7 @@ void convertPages() {
     std::cout << std::flush;
     Progress progress("PDF", names.size(), Progress::Time::untold);
     ConsolesInOrder consoles(atOnce > 1 ? names.size() : 0, progress);
-    // Side by side, the largest page goes first: whatever is left at the end has no company.
-    std::vector<std::size_t> order(names.size());
-    std::iota(order.begin(), order.end(), std::size_t{0});
-    if (atOnce > 1) std::stable_sort(order.begin(), order.end(), [&](auto a, auto b) { return needs[a] > needs[b]; });
-    const auto trouble = doPieces(names.size(), atOnce, [&](std::size_t piece) {
-        const std::size_t k = order[piece];
+    const auto trouble = doPieces(names.size(), atOnce, [&](std::size_t k) {
         auto ownTrouble = tryConvertPage(names[k], consoles.at(k));
         consoles.finish(k);
         progress.add(1);

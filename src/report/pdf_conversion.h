@@ -45,11 +45,10 @@ double converterMemory(std::uintmax_t pageBytes);
 int conversionsAtOnce(std::vector<double> needs, int most, double memory);
 
 /// Converts the pages on the list, each into the PDF beside it, and shows how far it is: several at a time if the file
-/// "prince-calls-may-overlap" stands beside prince.php (see `callsAtOnce`), the largest first, otherwise one after the
-/// other in their order. What the tools print is never mixed and comes in the order of the pages. With format "PDF"
-/// only the PDF stays; but where no whole one came out, the page, the only copy of the results, is kept under its name
-/// with
-/// ".unconverted" behind it. Ends the run if a script cannot be written.
+/// "prince-calls-may-overlap" stands beside prince.php (see `callsAtOnce`), otherwise one after the other. What the
+/// tools print is never mixed and comes in the order of the pages. With format "PDF" only the PDF stays; but where no
+/// whole one came out, the page, the only copy of the results, is kept under its name with ".unconverted" behind it.
+/// Ends the run if a script cannot be written.
 void convertPages();
 
 }  // namespace varnolix
