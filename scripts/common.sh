@@ -1,5 +1,5 @@
 # shellcheck shell=bash disable=SC2034
-# Shared by the scripts in this folder: paths, messages, the list of collections, the build. To be sourced, not run.
+# Shared by the scripts in this folder: paths, messages, the build, the companion. To be sourced, not run.
 
 project="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 program="${VARNOLIX_PROGRAM:-$project/build/release/varnolix}"
@@ -7,7 +7,6 @@ program="${VARNOLIX_PROGRAM:-$project/build/release/varnolix}"
 companion="${VARNOLIX_JOB:-$project/build/release/varnolix-job}"
 # Where setup.sh puts R packages that this release of the system does not have; DIR/run and prove.sh look there.
 r_library="$project/build/R-library"
-catalogue="$project/databases/catalogue.txt"
 
 # say TEXT...: announces one step of a script.
 say() {

@@ -3,7 +3,7 @@
 #
 #   install-collection.sh NAME FILE [--to DIR]
 #
-# NAME is one of the names in databases/catalogue.txt (jasparAll ... uniprobeYeast, transfac). FILE may have
+# NAME is one of the names in databases/README.md (jasparAll ... uniprobeYeast, transfac). FILE may have
 # any layout of docs/downloads.md.
 #
 # The collection goes into databases/ of the project, where new-job.sh finds it; with --to it goes only into the

@@ -59,7 +59,7 @@ without() {
     case $1 in
         g++ | cmake | ninja-build | libcli11-dev | nlohmann-json3-dev | zlib1g-dev | libssl-dev)
             echo "the program cannot be built" ;;
-        python3) echo "no collection can be installed and no logo drawn" ;;
+        python3) echo "no logo is drawn, and the run script of job folders does not work" ;;
         libgtest-dev | libgmock-dev) echo "the tests cannot be built" ;;
         clang | libomp-dev) echo "nothing can be built with clang" ;;
         libclang-rt-dev) echo "no fuzz targets, and no sanitizers with clang" ;;

