@@ -261,6 +261,10 @@ class Prince
     private function convertWithChromium(string $chromium, string $page, string $folder, string $pdf): BoundedRun
     {
         $options = self::CHROMIUM_OPTIONS;
+        if (getenv('VARNOLIX_PDF_TAGS') !== 'yes') {
+            // Tags for screen readers take nearly half of the time and add half of the file to a large page.
+            $options[] = '--disable-pdf-tagging';
+        }
         if (function_exists('posix_geteuid') && posix_geteuid() === 0) {
             $options[] = '--no-sandbox';   // Chromium refuses to run as root otherwise
         }

@@ -10,6 +10,7 @@ import shutil
 import signal
 import struct
 import subprocess
+import tempfile
 import threading
 import time
 import unittest
@@ -161,6 +162,7 @@ class PrinceCase(ToolCase):
         self.commands = self.holder / "bin"
         self.commands.mkdir()
         self.prince = "/usr/local/bin/no-prince-here"
+        self.settings = {}
 
     def offer(self, *names):
         """Limits PATH to the named commands, beside those that are always there."""
@@ -178,7 +180,7 @@ class PrinceCase(ToolCase):
             ["/bin/sh", TOOLS / "bin/php5", script], cwd=self.folder, start_new_session=True,
             stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True,
             env={"PATH": str(path), "VARNOLIX_TOOLS": str(TOOLS),
-                 "HOME": str(self.homes), "TMPDIR": str(self.homes)})
+                 "HOME": str(self.homes), "TMPDIR": str(self.homes), **self.settings})
 
     def convert(self, page=None):
         """Runs the program's script; gives what it prints."""
@@ -400,6 +402,34 @@ class ChromiumTest(ConverterChecks, PrinceCase):
         self.convert()
         self.assertTrue(self.pdf.exists())
         self.assertEqual(list(self.homes.iterdir()), [])
+
+    def look_of_report(self, **settings):
+        """A report's PDF as it looks: all words with their places, the fonts, and the drawn pages."""
+        (self.folder / "logo.png").write_bytes(png(35))
+        self.page.write_text(report_page(600, 1000, 20))
+        self.settings = settings
+        self.convert_well()
+        words = re.findall("<(?:page|word) .*", self.inspect("pdftotext", "-bbox", self.pdf, "-"))
+        self.assertGreater(len(words), 1000)
+        with tempfile.TemporaryDirectory(dir=self.holder) as drawn:
+            self.inspect("pdftoppm", "-r", "50", self.pdf, f"{drawn}/page")
+            pictures = [path.read_bytes() for path in sorted(Path(drawn).iterdir())]
+        return words, self.inspect("pdffonts", self.pdf), pictures
+
+    def test_tags_come_on_request_and_do_not_show(self):
+        looks = {}
+        for wish, tagged in (("", "no"), ("yes", "yes")):
+            looks[tagged] = self.look_of_report(VARNOLIX_PDF_TAGS=wish)
+            self.assertRegex(self.inspect("pdfinfo", self.pdf), rf"(?m)^Tagged: +{tagged}$")
+        self.assertEqual(looks["no"], looks["yes"])
+
+    def test_the_rule_for_the_screen_does_not_show(self):
+        tools = self.holder / "tools"
+        shutil.copytree(TOOLS / "fonts", tools / "fonts")
+        style = tools / "fonts/paper.css"
+        rule = re.search(r"(?s)@media screen \{.*?\n\}\n", style.read_text())[0]
+        style.write_text(style.read_text().replace(rule, ""))
+        self.assertEqual(self.look_of_report(), self.look_of_report(VARNOLIX_TOOLS=str(tools)))
 
 
 class FailureTest(PrinceCase):
