@@ -121,7 +121,7 @@ class NewJob(ScriptTest):
         done = subprocess.run([os.path.join(job, "run")], stdin=subprocess.DEVNULL, capture_output=True, text=True,
                               timeout=LIMIT, check=False)
         self.assertEqual(done.returncode, 1)
-        self.assertIn("not built yet", done.stderr)
+        self.assertIn("neither built nor installed", done.stderr)
 
     def test_links_and_lists_installed_collections(self):
         self.collection("jaspar/jaspar_pfm_fungi.txt", ">a b\n>c d\n")

@@ -1,6 +1,7 @@
 #include "job/folder/installation.h"
 
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
 
 #include "job/job_error.h"
@@ -26,15 +27,24 @@ bool isHome(const fs::path& folder) {
     return fs::exists(folder / "tools" / "prince.php");
 }
 
-/// A build folder lies two levels below the project; an installed companion has its data beside its own folder.
+/// The first of the folders that fits, with no links and dots in its path; empty if none does.
+template <typename Condition>
+fs::path firstFolder(std::initializer_list<fs::path> folders, Condition fits) {
+    for (const fs::path& folder : folders) {
+        if (fits(folder)) return fs::weakly_canonical(folder);
+    }
+    return {};
+}
+
+/// An installed companion has its data in a fixed place seen from its own folder; a build folder lies two levels below
+/// the project. The installed data come first, as a prefix may lie in the project.
 fs::path findHome(const fs::path& companionFolder) {
     if (const std::string named = variable("VARNOLIX_HOME"); !named.empty()) {
         if (!isHome(named)) throw JobError("VARNOLIX_HOME names " + named + ", which has no tools/prince.php");
         return fs::absolute(named);
     }
-    for (const fs::path& candidate : {companionFolder / ".." / "..", companionFolder / ".." / "share" / "varnolix"}) {
-        if (isHome(candidate)) return fs::canonical(candidate);
-    }
+    const fs::path home = firstFolder({companionFolder / VARNOLIX_DATA_FOLDER, companionFolder / ".." / ".."}, isHome);
+    if (!home.empty()) return home;
     throw JobError("the files of this installation were not found around " + companionFolder.string() +
                    "; set VARNOLIX_HOME to the folder that holds tools and databases");
 }
@@ -47,9 +57,13 @@ Installation findInstallation() {
     found.home = findHome(companionFolder);
     const std::string named = variable("VARNOLIX_PROGRAM");
     found.program = named.empty() ? companionFolder / "varnolix" : fs::absolute(named);
-    const fs::path builtTool = found.program.parent_path() / "weblogo-3.4";
-    found.logoTool = fs::exists(builtTool / "weblogo") ? builtTool : found.home / "tools" / "weblogo-3.4";
-    found.rPackages = found.home / "build" / "R-library";
+    const fs::path tools = "weblogo-3.4";
+    found.logoTool = firstFolder({found.program.parent_path() / tools, companionFolder / VARNOLIX_TOOL_FOLDER / tools,
+                                  found.home / "tools" / tools},
+                                 [](const fs::path& folder) { return fs::exists(folder / "weblogo"); });
+    // In the project, setup.sh puts them into the build folder.
+    const fs::path packages = found.home / "R-library";
+    found.rPackages = fs::is_directory(packages) ? packages : found.home / "build" / "R-library";
     return found;
 }
 
