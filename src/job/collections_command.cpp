@@ -15,20 +15,24 @@ namespace fs = std::filesystem;
 namespace varnolix::job {
 
 int listCollections() {
-    const fs::path home = findInstallation().home;
-    std::cout << "Collections below " << (home / "databases").string() << " (answer in the dialogue, name, motifs):\n"
-              << collectionTable(home);
+    const std::vector<CollectionPlace> places = collectionPlaces(findInstallation());
+    std::cout << "Collections (answer in the dialogue, name, motifs, where from):\n"
+              << collectionTable(places) << "Looked for in, the nearest first:\n";
+    for (const CollectionPlace& place : places) {
+        std::cout << "  " << place.owner << ": " << (place.base / "databases").string() << '\n';
+    }
     return EXIT_SUCCESS;
 }
 
 int installCommand(const CollectionOptions& options) {
     const Collection& collection = collectionNamed(options.name);
-    const fs::path base = options.folder.empty() ? findInstallation().home : fs::path(options.folder);
-    if (!fs::is_directory(base)) throw JobError("there is no folder " + base.string());
+    const bool isForAll = options.folder.empty();
+    const fs::path base = isForAll ? commonCollections(findInstallation()) : fs::path(options.folder);
+    if (!isForAll && !fs::is_directory(base)) throw JobError("there is no folder " + base.string());
     RunOptions reading;
     reading.layout = options.layout;
     reading.collection = options.file;
-    const ReadSources read = readSources(reading, "");
+    const ReadSources read = readSources(reading, {});
     for (const SkippedMotif& skipped : read.skipped) std::cerr << refusalLine(skipped.file, skipped.motif);
     if (!read.skipped.empty()) throw JobError("the collection was not installed; what was there before stays");
     std::vector<DownloadedMotif> motifs;

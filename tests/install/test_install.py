@@ -98,6 +98,35 @@ class Installation(InstallationTest):
                 with self.subTest(name):
                     self.assertTrue(os.path.exists(os.path.join(self.prefix, "share/varnolix/tools", name)))
 
+    def test_collections_are_installed_for_the_user_and_the_nearest_is_used(self):
+        sample = os.path.join(self.prefix, "share/doc/varnolix/examples/collection/sample_jaspar.txt")
+        name, place = "jasparPlants", "databases/jaspar/jaspar_pfm_plants.txt"
+        system, user = os.path.join(self.prefix, "share/varnolix", place), self.path("home/.local/share/varnolix", place)
+        self.assertIn(f"{name} is not installed", self.companion("run", "--collection", name, *self.examples(),
+                                                              status=1).stderr.replace("the collection ", ""))
+        self.companion("collections", "install", name, sample)
+        self.assertTrue(os.path.isfile(user))
+        self.assertFalse(os.path.exists(system))
+        self.companion("collections", "install", name, sample, "--to", os.path.join(self.prefix, "share/varnolix"))
+        self.addCleanup(os.remove, system)
+
+        # Each place has another number of motifs from now on.
+        write(user, ">U1 u\nA [ 1 ]\nC [ 0 ]\nG [ 0 ]\nT [ 0 ]\n")
+        listed = self.companion("collections").stdout
+        self.assertRegex(listed, rf"(?m)^ +5  {name} +1 motif, user: {re.escape(user)}$")
+        self.companion("folder", "job")
+        self.assertEqual(os.readlink(self.path("job", place)), user)
+        self.companion("run", "-q", "--collection", name, "-o", "with-collection", *self.examples())
+        self.assertEqual(os.readlink(self.path("with-collection", place)), user)
+
+        self.companion("collections", "install", name, sample, XDG_DATA_HOME=self.path("data"))
+        self.assertTrue(os.path.isfile(self.path("data/varnolix", place)))
+        os.remove(user)
+        listed = self.companion("collections").stdout
+        self.assertRegex(listed, rf"(?m)^ +5  {name} +\d+ motifs, system: {re.escape(system)}$")
+        self.companion("folder", "job")
+        self.assertEqual(os.readlink(self.path("job", place)), system)
+
     def test_the_build_tree_keeps_using_its_own_files(self):
         done = subprocess.run([os.path.join(BUILD, "varnolix-job"), "folder", self.path("job")], check=False,
                               env=self.surroundings(), capture_output=True, text=True, timeout=LIMIT)

@@ -39,6 +39,7 @@ class ScriptTest(unittest.TestCase):
             del os.environ[name]
         os.environ["VARNOLIX_JOB"] = COMPANION
         self.top = os.path.realpath(tempfile.mkdtemp(prefix="varnolix-scripts-"))
+        os.environ["XDG_DATA_HOME"] = os.path.join(self.top, "data")   # the user's own collections are not there
         self.addCleanup(shutil.rmtree, self.top)
         self.project = os.path.join(self.top, "project")
         shutil.copytree(os.path.join(ROOT, "scripts"), os.path.join(self.project, "scripts"),

@@ -1,5 +1,7 @@
 #include "job/folder/collection_store.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <iomanip>
 #include <sstream>
@@ -47,17 +49,50 @@ std::size_t motifsInCollection(const fs::path& file) {
     return countLines(readFile(file), file.parent_path().filename() == "transfac" ? "AC" : ">");
 }
 
-std::string collectionTable(const fs::path& base) {
+std::vector<CollectionPlace> collectionPlaces(const Installation& installation) {
+    std::vector<CollectionPlace> places;
+    if (!installation.userData.empty()) places.push_back({"user", installation.userData});
+    places.push_back({"system", installation.home});
+    return places;
+}
+
+const CollectionPlace* nearestPlace(const std::vector<CollectionPlace>& places, const Collection& collection) {
+    const auto found = std::find_if(places.begin(), places.end(), [&](const CollectionPlace& place) {
+        std::error_code ignored;
+        return fs::is_regular_file(collectionFile(place.base, collection), ignored);
+    });
+    return found == places.end() ? nullptr : &*found;
+}
+
+fs::path nearestFile(const std::vector<CollectionPlace>& places, const Collection& collection) {
+    const CollectionPlace* place = nearestPlace(places, collection);
+    return place == nullptr ? fs::path() : collectionFile(place->base, collection);
+}
+
+std::string collectionTable(const std::vector<CollectionPlace>& places) {
     std::ostringstream text;
     int number = 1;
     for (const Collection& collection : collections) {
-        const fs::path file = collectionFile(base, collection);
         text << "  " << std::setw(4) << number++ << "  " << std::left << std::setw(20) << collection.name << std::right
-             << " " << (fs::is_regular_file(file) ? countedMotifs(motifsInCollection(file)) : "not installed") << '\n';
+             << " ";
+        if (const CollectionPlace* place = nearestPlace(places, collection)) {
+            const fs::path file = collectionFile(place->base, collection);
+            text << countedMotifs(motifsInCollection(file));
+            if (!place->owner.empty()) text << ", " << place->owner << ": " << file.string();
+        } else {
+            text << "not installed";
+        }
+        text << '\n';
     }
     text << "  " << std::setw(4) << number << "  " << std::left << std::setw(20) << "None"
          << " no collection\n";
     return text.str();
+}
+
+fs::path commonCollections(const Installation& installation) {
+    if (installation.isBuildTree && access(installation.home.c_str(), W_OK) == 0) return installation.home;
+    if (!installation.userData.empty()) return installation.userData;
+    throw JobError("neither XDG_DATA_HOME nor HOME says where your collections are; --to names a folder");
 }
 
 void installCollection(const fs::path& base, const Collection& collection, const std::vector<DownloadedMotif>& motifs) {

@@ -49,12 +49,23 @@ fs::path findHome(const fs::path& companionFolder) {
                    "; set VARNOLIX_HOME to the folder that holds tools and databases");
 }
 
+/// By the rules of XDG, a relative path there does not count.
+fs::path findUserData() {
+    const fs::path named = variable("XDG_DATA_HOME");
+    if (named.is_absolute()) return named / "varnolix";
+    const fs::path home = variable("HOME");
+    return home.is_absolute() ? home / ".local" / "share" / "varnolix" : fs::path();
+}
+
 }  // namespace
 
 Installation findInstallation() {
     const fs::path companionFolder = fs::read_symlink("/proc/self/exe").parent_path();
     Installation found;
     found.home = findHome(companionFolder);
+    // Only the sources have what builds them.
+    found.isBuildTree = fs::exists(found.home / "scripts" / "setup.sh");
+    found.userData = findUserData();
     const std::string named = variable("VARNOLIX_PROGRAM");
     found.program = named.empty() ? companionFolder / "varnolix" : fs::absolute(named);
     const fs::path tools = "weblogo-3.4";

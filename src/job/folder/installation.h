@@ -10,6 +10,9 @@ struct Installation {
     std::filesystem::path program;    ///< the dialogue program
     std::filesystem::path logoTool;   ///< folder of the client that draws logos
     std::filesystem::path rPackages;  ///< R packages that the system does not have; need not exist
+    bool isBuildTree = false;         ///< `home` is the project itself, and not what was installed from it
+    /// What the user has for all jobs: varnolix below XDG_DATA_HOME or ~/.local/share. Empty if no home is known.
+    std::filesystem::path userData{};
 };
 
 /// Finds these files: below the folder that VARNOLIX_HOME names, or around the companion itself. The program is the one

@@ -68,8 +68,9 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
     for (const char* name : {"prince.php", "prince-calls-may-overlap"})
         writeFile(job / name, readFile(installation.home / "tools" / name));
     linkFile(installation.logoTool, job / "motifs" / "weblogo-3.4");
+    const std::vector<CollectionPlace> places = collectionPlaces(installation);
     for (const Collection& collection : collections) {
-        linkFile(collectionFile(installation.home, collection), collectionFile(job, collection));
+        linkFile(nearestFile(places, collection), collectionFile(job, collection));
     }
     writeFile(job / "run", runScript(installation));
     fs::permissions(job / "run", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
@@ -87,7 +88,7 @@ std::string describeJobFolder(const fs::path& folder) {
                        "/motifs/\n  input file names         the bare names of files in motifs/, without blanks\n"
                        "  output file's location   " +
                        job + "/result/\n\nCollections (answer, name, what is there):\n";
-    return text + collectionTable(folder);
+    return text + collectionTable({{"", folder}});
 }
 
 std::string freeFolderName() {

@@ -6,7 +6,6 @@
 
 #include "job/downloads/information.h"
 #include "job/downloads/motif_files.h"
-#include "job/folder/collection_store.h"
 #include "job/job_error.h"
 #include "job/tables/checksum.h"
 #include "run/collections.h"
@@ -131,7 +130,7 @@ std::string oddities(const DownloadedMotif& motif) {
     return note;
 }
 
-ReadSources readSources(const RunOptions& options, const std::string& home) {
+ReadSources readSources(const RunOptions& options, const std::vector<CollectionPlace>& places) {
     ReadSources read;
     JobSources& sources = read.sources;
     SourceReader reader(options, read);
@@ -145,8 +144,8 @@ ReadSources readSources(const RunOptions& options, const std::string& home) {
     NamedFile file = namedFileOf(options.collection);
     sources.collection = datasetNameOf(file);
     if (const Collection* installed = findCollection(options.collection)) {
-        file.path = collectionFile(home, *installed).string();
-        if (!std::filesystem::exists(file.path)) {
+        file.path = nearestFile(places, *installed).string();
+        if (file.path.empty()) {
             throw JobError("the collection " + options.collection + " is not installed; varnolix-job collections " +
                            "install " + options.collection + " FILE installs it");
         }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "job/folder/collection_store.h"
 #include "job/job_motif.h"
 #include "job/run/run_options.h"
 #include "job/tables/job_record.h"
@@ -19,8 +20,8 @@ struct ReadSources {
 };
 
 /// Reads all motifs of the job. Throws JobError if a file cannot be read.
-/// @param home where installed collections are looked up
-ReadSources readSources(const RunOptions& options, const std::string& home);
+/// @param places where installed collections are looked up
+ReadSources readSources(const RunOptions& options, const std::vector<CollectionPlace>& places);
 
 /// The motif's name in the reports: its id, with blanks and control characters replaced by "_", as a name there is one
 /// word.

@@ -97,7 +97,7 @@ nlohmann::ordered_json settingsOf(const RunOptions& options) {
 
 int runCommand(const RunOptions& options) {
     const Installation installation = findInstallation();
-    const ReadSources read = readSources(options, installation.home);
+    const ReadSources read = readSources(options, collectionPlaces(installation));
     const JobSources& sources = read.sources;
     if (!options.isQuiet) sayCounts(read);
     if (sayRefused(read, options.skipsBad)) {

@@ -21,7 +21,7 @@ class JobFolderTest : public varnolix::testing::FolderTest {
         writeFile(home / "tools" / "prince.php", "<?php\n");
         writeFile(home / "tools" / "prince-calls-may-overlap", "yes\n");
         writeFile(home / "tools" / "job_folder" / "run", "home=@home@\nprogram=@program@\npackages=@packages@\n");
-        installation = {home, home / "varnolix", home / "tools" / "weblogo-3.4", home / "packages"};
+        installation = {home, home / "varnolix", home / "tools" / "weblogo-3.4", home / "packages", false, {}};
     }
 
     fs::path home;
@@ -52,6 +52,55 @@ TEST_F(JobFolderTest, CollectionsAreLinkedAndCounted) {
     EXPECT_TRUE(fs::is_symlink(collectionFile(job, collection)));
     EXPECT_THAT(describeJobFolder(job), HasSubstr("     2  jasparFungi          1 motif\n"));
     EXPECT_THAT(describeJobFolder(job), HasSubstr("     8  transfac             not installed\n"));
+}
+
+TEST_F(JobFolderTest, NearestCollectionWins) {
+    const Collection& fungi = collectionNamed("jasparFungi");
+    const Collection& plants = collectionNamed("jasparPlants");
+    installation.userData = fs::path(folder()) / "user";
+    for (const Collection* collection : {&fungi, &plants}) {
+        installCollection(home, *collection, {{"S1", "", "", {{"1", "0", "0", "0"}}, "", 1}});
+    }
+    makeJobFolder(job, installation);
+    EXPECT_EQ(fs::read_symlink(collectionFile(job, fungi)), collectionFile(home, fungi));
+
+    installCollection(installation.userData, fungi, {{"U1", "", "", {{"0", "1", "0", "0"}}, "", 1}});
+    makeJobFolder(job, installation);
+    EXPECT_EQ(fs::read_symlink(collectionFile(job, fungi)), collectionFile(installation.userData, fungi));
+    EXPECT_EQ(fs::read_symlink(collectionFile(job, plants)), collectionFile(home, plants));
+
+    installCollection(job, fungi, {{"J1", "", "", {{"0", "0", "1", "0"}}, "", 1}});
+    makeJobFolder(job, installation);
+    EXPECT_FALSE(fs::is_symlink(collectionFile(job, fungi)));
+    EXPECT_THAT(readFile(collectionFile(job, fungi)), HasSubstr(">J1"));
+    // The link was replaced, not what it led to.
+    EXPECT_THAT(readFile(collectionFile(installation.userData, fungi)), HasSubstr(">U1"));
+
+    const std::string table = collectionTable(collectionPlaces(installation));
+    const fs::path file = collectionFile(installation.userData, fungi);
+    EXPECT_THAT(table, HasSubstr("     2  jasparFungi          1 motif, user: " + file.string() + "\n"));
+    EXPECT_THAT(table, HasSubstr("     5  jasparPlants         1 motif, system: " + home.string() + "/databases/"));
+    EXPECT_THAT(table, HasSubstr("     8  transfac             not installed\n"));
+}
+
+TEST_F(JobFolderTest, CollectionThatIsNowhereHasNoFile) {
+    const Collection& fungi = collectionNamed("jasparFungi");
+    EXPECT_EQ(nearestPlace(collectionPlaces(installation), fungi), nullptr);
+    EXPECT_EQ(nearestFile(collectionPlaces(installation), fungi), fs::path());
+    // A folder of that name is no collection.
+    fs::create_directories(collectionFile(home, fungi));
+    EXPECT_EQ(nearestFile(collectionPlaces(installation), fungi), fs::path());
+}
+
+TEST_F(JobFolderTest, CommonCollectionsGoIntoTheProjectOrToTheUser) {
+    installation.userData = fs::path(folder()) / "user";
+    EXPECT_EQ(commonCollections(installation), installation.userData);
+    installation.isBuildTree = true;
+    EXPECT_EQ(commonCollections(installation), home);
+    installation.home = home / "absent";
+    EXPECT_EQ(commonCollections(installation), installation.userData);
+    installation.userData.clear();
+    EXPECT_THROW(commonCollections(installation), JobError);
 }
 
 TEST_F(JobFolderTest, CollectionOfUnnamedMotifsKeepsThemApart) {

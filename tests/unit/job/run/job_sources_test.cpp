@@ -18,7 +18,7 @@ class JobSourcesTest : public varnolix::testing::FolderTest {
         for (const std::string& name : names) options.files.push_back(folder() + name);
         options.collection = collection;
         options.trimBits = 0.5;
-        return readSources(options, folder());
+        return readSources(options, {{"system", folder()}});
     }
 
     static constexpr const char* two =
@@ -65,11 +65,11 @@ TEST_F(JobSourcesTest, NameIsGivenBeforeTheFile) {
     write("a.txt", two);
     RunOptions options;
     options.files = {"mine=" + folder() + "a.txt"};
-    EXPECT_EQ(readSources(options, "").sources.datasets[0].name, "mine");
+    EXPECT_EQ(readSources(options, {}).sources.datasets[0].name, "mine");
     // A path may have such a sign itself.
     write("x=y.txt", two);
     options.files = {folder() + "x=y.txt"};
-    EXPECT_EQ(readSources(options, "").sources.datasets[0].name, "x=y");
+    EXPECT_EQ(readSources(options, {}).sources.datasets[0].name, "x=y");
 }
 
 TEST_F(JobSourcesTest, CollectionIsNotTrimmed) {
