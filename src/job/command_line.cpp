@@ -13,6 +13,7 @@
 #include "job/folder/job_folder.h"
 #include "job/help_format.h"
 #include "job/run/run_command.h"
+#include "job/version/version_text.h"
 
 namespace varnolix::job {
 
@@ -138,7 +139,7 @@ void addFolder(CLI::App& app, std::string& folder, Action& action) {
 int runCommandLine(int argc, char** argv) {
     CLI::App app("Compare DNA sequence motifs", "varnolix-job");
     app.require_subcommand(1);
-    app.set_version_flag("--version", "varnolix-job " VARNOLIX_FULL_VERSION);
+    app.set_version_flag("--version", versionText, "Print the versions of this program and of the outside tools");
     // Taken over by the commands that are added later.
     app.formatter(std::make_shared<HelpFormat>());
     app.get_formatter()->label("Positionals", "Arguments");

@@ -146,7 +146,21 @@ class Run(CompanionTest):
             self.assertEqual(self.companion("run", "--threads", count, "a.jaspar").returncode, 2)
 
     def test_version_and_help(self):
-        self.assertRegex(self.companion("--version").stdout.decode(), r"\Avarnolix-job \d+\.\d+\.\d+")
+        printed = self.companion("--version").stdout.decode()
+        self.assertRegex(printed, r"\Avarnolix-job \d+\.\d+\.\d+\n")
+        for line in (r"commit +(unknown|[0-9a-f]{12}(-dirty)?)", r"compiler +(g\+\+|clang) \d\S*.*",
+                     r"kernel +(portable|AVX2|AVX-512)", r"PHP +(not found|\d\S+)", r"Slurm +(not found|\d\S+)"):
+            self.assertRegex(printed, rf"(?m)^  {line}$")
+
+    def test_version_asks_the_tools_as_jobs_find_them(self):
+        for tool, answer in (("php", "PHP 1.2.3-test (cli)"), ("parallel", "GNU parallel 20990101"), ("sbatch", "odd")):
+            write(self.path("bin", tool), f"#!/bin/sh\necho '{answer}'\n")
+            os.chmod(self.path("bin", tool), 0o755)
+        printed = self.companion("--version", env={"PATH": f"{self.path('bin')}:{os.environ['PATH']}"}).stdout.decode()
+        # PHP is called by the name of the launcher.
+        self.assertRegex(printed, r"(?m)^  PHP +1\.2\.3-test$")
+        self.assertRegex(printed, r"(?m)^  GNU parallel +20990101$")
+        self.assertRegex(printed, r"(?m)^  Slurm +not found$")
         for command in ([], ["run"], ["convert"], ["collections"], ["collections", "install"], ["folder"]):
             done = self.companion(*command, "--help")
             shown = done.stdout.decode()
