@@ -31,6 +31,10 @@ install(FILES scripts/run_job.py scripts/motif_preview.py scripts/job_process.py
 install(FILES tools/completion/varnolix-job DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
         COMPONENT job)
 
+set(pages ${CMAKE_INSTALL_MANDIR}/man1)
+install(FILES ${VARNOLIX_MANUAL_PAGES}/varnolix.1.gz DESTINATION ${pages} COMPONENT program OPTIONAL)
+install(DIRECTORY ${VARNOLIX_MANUAL_PAGES}/ DESTINATION ${pages} COMPONENT job FILES_MATCHING PATTERN varnolix-job*)
+
 # The reference collections, which the administrator adds; their places and what goes there.
 install(FILES databases/README.md DESTINATION ${data}/databases COMPONENT program)
 foreach(folder jaspar transfac uniprobe)

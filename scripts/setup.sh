@@ -7,6 +7,7 @@
 #
 #   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a driver of browsers
 #   --firefox             also Firefox, in which the page of a job is tested too
+#   --packages            also what package.sh needs: the tools of Debian packages, and those that make manual pages
 #   --checks              also what more-tests.sh needs: clang with its libraries, the checkers of check.sh
 #   --check               installs nothing: says what is missing, and does the proof
 #   --if-missing          skips the proof if nothing was missing
@@ -25,9 +26,10 @@ build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zl
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
                  r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape
                  libjs-jquery libjs-jquery-datatables node-d3)
+package_packages=(dpkg-dev file help2man lowdown lintian)
 check_packages=(clang libomp-dev libclang-rt-dev clang-format clang-tidy shellcheck)
 
-choice=default firefox=false tests=false checks=false check_only=false if_missing=false
+choice=default firefox=false tests=false checks=false packages=false check_only=false if_missing=false
 for argument in "$@"; do
     case $argument in
         --text) choice=text ;;
@@ -35,6 +37,7 @@ for argument in "$@"; do
         --firefox) firefox=true ;;
         --tests) tests=true ;;
         --checks) checks=true ;;
+        --packages) packages=true ;;
         --check) check_only=true ;;
         --if-missing) if_missing=true ;;
         --help) usage_of "$0"; exit 0 ;;
@@ -44,11 +47,18 @@ done
 
 # wanted_packages: lists the packages, one name per line.
 wanted_packages() {
+    every_wanted_package | awk '!seen[$0]++'
+}
+
+# every_wanted_package: the same, where some may come twice.
+every_wanted_package() {
     printf '%s\n' "${build_packages[@]}"
     ! $tests || printf '%s\n' libgtest-dev libgmock-dev
+    ! $packages || printf '%s\n' "${package_packages[@]}"
     ! $checks || printf '%s\n' "${check_packages[@]}"
     [[ $choice != text ]] || return 0
     printf '%s\n' "${report_packages[@]}"
+    ! $tests || printf '%s\n' help2man lowdown man-db
     ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil python3-selenium chromium-driver
     [[ $choice != chromium ]] || echo chromium
     ! $firefox || echo firefox-esr
@@ -69,6 +79,10 @@ without() {
         firefox-esr) echo "the page of a job is tested in Chromium alone" ;;
         libjs-jquery | libjs-jquery-datatables) echo "the page of a job has a plain table that cannot be sorted" ;;
         node-d3) echo "the page of a job has its tree as text" ;;
+        help2man | lowdown) echo "there are no manual pages, and their tests fail" ;;
+        man-db) echo "the tests of the manual pages fail" ;;
+        dpkg-dev | file) echo "package.sh cannot make packages" ;;
+        lintian) echo "package.sh does not check the packages" ;;
         poppler-utils) echo "the tests of PDF files fail" ;;
         python3-weblogo | ghostscript) echo "pages have no logos" ;;
         php-cli) echo "no PDF files are made" ;;

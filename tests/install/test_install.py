@@ -101,7 +101,8 @@ class Installation(InstallationTest):
     def test_collections_are_installed_for_the_user_and_the_nearest_is_used(self):
         sample = os.path.join(self.prefix, "share/doc/varnolix/examples/collection/sample_jaspar.txt")
         name, place = "jasparPlants", "databases/jaspar/jaspar_pfm_plants.txt"
-        system, user = os.path.join(self.prefix, "share/varnolix", place), self.path("home/.local/share/varnolix", place)
+        system = os.path.join(self.prefix, "share/varnolix", place)
+        user = self.path("home/.local/share/varnolix", place)
         self.assertIn(f"{name} is not installed", self.companion("run", "--collection", name, *self.examples(),
                                                               status=1).stderr.replace("the collection ", ""))
         self.companion("collections", "install", name, sample)

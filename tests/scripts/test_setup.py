@@ -15,7 +15,9 @@ DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasypri
                           "r-cran-dendextend", "r-cran-ape", "libjs-jquery", "libjs-jquery-datatables", "node-d3"}
 SMALLEST_BLAS = {"libblas-dev"}     # keeps a dependency of WebLogo small
 GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
-TOOL_TESTS = {"poppler-utils", "python3-biopython", "python3-pil", "python3-selenium", "chromium-driver"}
+PACKAGES = {"dpkg-dev", "file", "help2man", "lowdown", "lintian"}
+TOOL_TESTS = {"help2man", "lowdown", "man-db", "poppler-utils", "python3-biopython", "python3-pil", "python3-selenium",
+              "chromium-driver"}
 CHECKS = {"clang", "libomp-dev", "libclang-rt-dev", "clang-format", "clang-tidy", "shellcheck"}
 
 
@@ -102,6 +104,7 @@ class Setup(ScriptTest):
                                     (["--firefox"], DEFAULT_SET | {"firefox-esr"}),
                                     (["--text", "--tests"], TEXT_SET | GOOGLE_TEST),
                                     (["--text", "--checks"], TEXT_SET | CHECKS),
+                                    (["--text", "--packages"], TEXT_SET | PACKAGES),
                                     (["--tests"], DEFAULT_SET | GOOGLE_TEST | TOOL_TESTS)):
             with self.subTest(arguments):
                 write(self.log, "")
@@ -120,9 +123,9 @@ class Setup(ScriptTest):
         self.assertEqual(done.stdout.count("not to be had"), 2)
 
     def test_every_package_has_a_word_on_what_goes_without_it(self):
-        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | TOOL_TESTS | {"chromium", "firefox-esr"}
+        everything = DEFAULT_SET | GOOGLE_TEST | CHECKS | TOOL_TESTS | PACKAGES | {"chromium", "firefox-esr"}
         self.machine(root=True, release_lacks=sorted(everything))
-        done, lines = self.run_setup("--chromium", "--firefox", "--tests", "--checks")
+        done, lines = self.run_setup("--chromium", "--firefox", "--tests", "--checks", "--packages")
         told = dict(re.findall(r"(?m)^  (\S+) +not to be had: (\w.+)$", done.stdout))
         self.assertEqual(set(told), everything)
         self.assertEqual(lines, ["apt-get -q update", "prove"])
