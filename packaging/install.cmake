@@ -22,6 +22,8 @@ install(FILES tools/prince.php tools/prince-calls-may-overlap tools/README.md DE
         COMPONENT program)
 install(FILES tools/fonts/fonts.conf tools/fonts/paper.css DESTINATION ${data}/tools/fonts COMPONENT program)
 install(DIRECTORY tools/R/dendextend DESTINATION ${data}/tools/R COMPONENT program)
+# The stand-in for a package of R, where setup.sh found that it is needed.
+install(DIRECTORY build/R-library/ DESTINATION ${data}/R-library COMPONENT program OPTIONAL)
 
 install(FILES tools/tree_newick.R DESTINATION ${data}/tools COMPONENT job)
 install(DIRECTORY tools/page DESTINATION ${data}/tools COMPONENT job)
@@ -41,7 +43,10 @@ foreach(folder jaspar transfac uniprobe)
   install(DIRECTORY databases/${folder} DESTINATION ${data}/databases COMPONENT program PATTERN .gitkeep EXCLUDE)
 endforeach()
 
-install(FILES README.md CHANGELOG.md DESTINATION ${documents} COMPONENT program)
+install(FILES README.md DESTINATION ${documents} COMPONENT program)
+if(NOT VARNOLIX_PACKAGE_RELEASE)
+  install(FILES CHANGELOG.md DESTINATION ${documents} COMPONENT program)
+endif()
 install(DIRECTORY docs examples DESTINATION ${documents} COMPONENT program)
 file(GLOB licences CONFIGURE_DEPENDS LICENSE* LICENCE* COPYING* NOTICE*)
 if(licences)
