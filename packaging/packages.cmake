@@ -10,6 +10,7 @@ set(version ${PROJECT_VERSION}-${VARNOLIX_PACKAGE_RELEASE})
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME varnolix)
 set(CPACK_PACKAGE_CONTACT ${maintainer})
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "comparison of DNA sequence motifs")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL program job)
@@ -24,10 +25,9 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 # have is passed over by apt.
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME varnolix)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_RECOMMENDS
-    "python3, python3-weblogo, ghostscript, php-cli, chromium | weasyprint, fonts-liberation, fonts-dejavu-core, \
+    "python3, python3-weblogo, ghostscript, php-cli, weasyprint | chromium, fonts-liberation, fonts-dejavu-core, \
 r-base-core, r-cran-ape, r-cran-dendextend, r-cran-ggplot2, r-cran-ggdendro")
-set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "comparison of DNA sequence motifs in a dialogue
-VARNOLIX compares DNA sequence motifs with each other and with a reference
+set(CPACK_DEBIAN_PROGRAM_DESCRIPTION "VARNOLIX compares DNA sequence motifs with each other and with a reference
 collection, ranks the matches, and reports them as text, HTML or PDF, with
 alignments, logos, merged motifs and a tree.
 .
@@ -38,8 +38,7 @@ set(CPACK_DEBIAN_JOB_PACKAGE_NAME varnolix-job)
 set(CPACK_DEBIAN_JOB_PACKAGE_DEPENDS "varnolix (= ${version})")
 set(CPACK_DEBIAN_JOB_PACKAGE_RECOMMENDS "python3, libjs-jquery, libjs-jquery-datatables, node-d3")
 set(CPACK_DEBIAN_JOB_PACKAGE_SUGGESTS "parallel, slurm-wlm")
-set(CPACK_DEBIAN_JOB_DESCRIPTION "comparison of DNA sequence motifs in one command
-VARNOLIX compares DNA sequence motifs with each other and with a reference
+set(CPACK_DEBIAN_JOB_DESCRIPTION "VARNOLIX compares DNA sequence motifs with each other and with a reference
 collection, ranks the matches, and reports them with alignments, logos,
 merged motifs and a tree.
 .

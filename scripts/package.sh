@@ -3,6 +3,7 @@
 #
 #   package.sh [DIR]        DIR gets them; the default is build/packages
 #
+#   --source                makes the source archive only
 #   --from ARCHIVE          makes the packages of this source archive, which needs no git
 #   --twice                 builds a second time in another folder, without a compiler cache, and compares: programs and
 #                           packages must be the same, byte for byte
@@ -15,11 +16,12 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
 
-output="" archive="" twice=false
+output="" archive="" twice=false source_only=false
 while (( $# > 0 )); do
     case $1 in
         --help) usage_of "$0"; exit 0 ;;
         --twice) twice=true ;;
+        --source) source_only=true ;;
         --from)
             (( $# > 1 )) || wrong_use "--from needs an archive"
             archive="$(realpath "$2")"
@@ -34,7 +36,9 @@ while (( $# > 0 )); do
     shift
 done
 output="${output:-$project/build/packages}"
-for tool in cmake ninja cpack dpkg-buildflags dpkg-shlibdeps file help2man lowdown; do
+needed=(cmake ninja cpack dpkg-buildflags dpkg-shlibdeps file help2man lowdown)
+! $source_only || needed=(git)
+for tool in "${needed[@]}"; do
     command -v "$tool" > /dev/null || fail "$tool is not installed; scripts/setup.sh --text --packages installs it"
 done
 mkdir -p "$output"
@@ -101,6 +105,10 @@ build_in() {
 release="1~$(. /etc/os-release; case $ID in debian) echo "deb${VERSION_ID:-}" ;; *) echo "$ID${VERSION_ID:-}" ;; esac)"
 
 [[ -n $archive ]] || make_archive
+if $source_only; then
+    say "Made $archive"
+    exit 0
+fi
 say "Building the packages of $(basename "$archive")"
 build_in "$work/first"
 if $twice; then

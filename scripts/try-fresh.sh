@@ -16,103 +16,23 @@ set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh
 source "$here/common.sh"
+# shellcheck source=fresh_system.sh
+source "$here/fresh_system.sh"
 
-inside_path=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin
-
-# run_inside ROOT COMMAND...: runs a command in the chroot, in mount and process namespaces of its own. These disappear
-# with the command, however it ends, so no mount is left whose contents could be removed by mistake.
-run_inside() {
-    unshare --mount --pid --fork --kill-child -- bash "$here/try-fresh.sh" --inside "$@" &
-    inside=$!
-    # A signal interrupts this wait at once; it would not interrupt a command in the foreground.
-    local status=0
-    wait "$inside" || status=$?
-    inside=""
-    return "$status"
-}
-
-# enter ROOT COMMAND...: the part of run_inside that runs in the new namespaces.
-enter() {
-    local root=$1
-    shift
-    mount -t proc proc "$root/proc"
-    mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
-    mount -t tmpfs tmpfs "$root/dev/shm"
-    exec chroot "$root" /usr/bin/env -i HOME=/root PATH="$inside_path" "$@" < /dev/null
-}
-
-suite="" mirror="" demo_only=false keep=false choice=()
+demo_only=false choice=()
 while (( $# > 0 )); do
+    taken=1
     case $1 in
-        --inside) shift; enter "$@" ;;
-        --help) usage_of "$0"; exit 0 ;;
         --demo-only) demo_only=true ;;
         --text) choice=(--text) ;;
-        --keep) keep=true ;;
-        --mirror)
-            (( $# > 1 )) || wrong_use "--mirror needs an address"
-            mirror=$2
-            shift
-            ;;
-        -*) wrong_use "unknown option $1" ;;
-        *)
-            [[ -z $suite ]] || wrong_use "one release at a time"
-            suite=$1
-            ;;
+        *) common_option "$@" ;;
     esac
-    shift
+    shift "$taken"
 done
-[[ -n $suite ]] || wrong_use "a release must be named, such as trixie"
-[[ $suite =~ ^[a-z]+$ ]] || wrong_use "$suite is no name of a release"
-[[ $(id -u) == 0 ]] || fail "only root can make a chroot"
-for tool in debootstrap unshare git; do
-    command -v "$tool" > /dev/null || fail "$tool is not installed"
-done
+check_release
 
-# own_mirror: prints the Debian mirror that this machine's apt uses.
-own_mirror() {
-    # shellcheck disable=SC2016  # the fields are apt-get's
-    apt-get indextargets --format '$(REPO_URI) $(LABEL)' 'Created-By: Packages' 2> /dev/null |
-        awk '$2 == "Debian" || $1 ~ /\/debian\/?$/ { print $1; exit }'
-}
-
-if [[ -z $mirror ]]; then
-    mirror="$(own_mirror)"
-    [[ -n $mirror ]] || fail "apt has no Debian mirror here; name one with --mirror"
-fi
-
-# apt_settings: prints the settings that this machine's apt needs for downloads, without its hooks.
-apt_settings() {
-    local scheme proxy
-    apt-config dump | grep -E '^Acquire::(http|https|Check-)' || true
-    for scheme in http https; do
-        proxy="${scheme}_proxy"
-        [[ -z ${!proxy:-} ]] || printf 'Acquire::%s::Proxy "%s";\n' "$scheme" "${!proxy}"
-    done
-}
-
-# copy_inside PATH: copies a file or folder of this machine, if it exists, to the same path in the chroot.
-copy_inside() {
-    [[ -e $1 ]] || return 0
-    mkdir -p "$root$(dirname "$1")"
-    cp -RL --remove-destination "$1" "$root$(dirname "$1")/"
-}
-
-# make_chroot: sets up the base system, apt with all it needs for downloads, and a clean copy of the project.
-make_chroot() {
-    local certificates
-    say "Making a bare $suite in $root"
-    debootstrap --variant=minbase "$suite" "$root" "$mirror" > "$root.log" 2>&1 ||
-        { tail -n 20 "$root.log" >&2; fail "debootstrap did not end well"; }
-    rm -f "$root"/var/cache/apt/archives/*.deb
-    copy_inside /etc/resolv.conf
-    copy_inside /etc/hosts
-    echo "deb $mirror $suite main" > "$root/etc/apt/sources.list"
-    apt_settings > "$root/etc/apt/apt.conf.d/90try-fresh"
-    copy_inside /etc/ssl/certs/ca-certificates.crt
-    while read -r certificates; do
-        copy_inside "$certificates"
-    done < <(sed -n 's/^Acquire::.*::CaInfo "\(.*\)";/\1/p' "$root/etc/apt/apt.conf.d/90try-fresh")
+# copy_project: puts a clean copy of the last commit into the root.
+copy_project() {
     mkdir -p "$root/root/varnolix"
     git -C "$project" -c safe.directory='*' archive HEAD | tar -x -C "$root/root/varnolix"
     [[ -z $(git -C "$project" -c safe.directory='*' status --porcelain) ]] ||
@@ -143,26 +63,10 @@ try() {
     [[ $result == passed ]]
 }
 
-root="$(mktemp -d "${TMPDIR:-/var/tmp}/varnolix-$suite-XXXXXX")"
-# The root of a system is open to every user; the tests run some commands as another one.
-chmod 755 "$root"
-inside=""
-# clean_up: also runs after a signal, and then ends what is still running inside.
-clean_up() {
-    [[ -z $inside ]] || kill -KILL "$inside" 2> /dev/null || true
-    rm -f "$root.log"
-    if $keep; then
-        say "Kept: $root"
-        return
-    fi
-    # The last process may still be writing while it is killed.
-    rm -rf --one-file-system "$root" 2> /dev/null || { sleep 2; rm -rf --one-file-system "$root"; }
-}
-trap clean_up EXIT
-trap 'exit 130' INT
-trap 'exit 143' TERM HUP
-
+remove_roots_at_end
+new_root
 make_chroot
+copy_project
 bare="$(on_disk)"
 summary=() passed=true
 try demo.sh || passed=false

@@ -62,7 +62,7 @@ class TryFresh(ScriptTest):
         done, _ = self.try_fresh("trixie", "--demo-only", "--keep", https_proxy="http://other.test:2")
         root, = os.listdir(self.chroots)
         self.assertIn(f"Kept: {self.chroots}/{root}", done.stdout)
-        self.assertEqual(read(os.path.join(self.chroots, root, "etc/apt/apt.conf.d/90try-fresh")).splitlines(),
+        self.assertEqual(read(os.path.join(self.chroots, root, "etc/apt/apt.conf.d/90mirror")).splitlines(),
                          ['Acquire::http::Proxy "http://proxy.test:1";',
                           'Acquire::https::Proxy "http://other.test:2";'])
         self.assertEqual(read(os.path.join(self.chroots, root, "etc/apt/sources.list")),
