@@ -10,7 +10,7 @@
 #
 # scripts/setup.sh --text --packages installs what this needs. The packages are built from the archive alone, with
 # Debian's own flags, and checked by lintian; its errors are failures, its warnings are printed. If this release has no
-# package of dendextend for R, the stand-in is packed, for which R must be installed.
+# package of dendextend for R, the stand-in is packed, for which R and its package ape must be installed.
 set -euo pipefail
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 # shellcheck source=common.sh

@@ -158,7 +158,7 @@ build_packages() {
     # The stand-in for dendextend is packed where the release does not have the real one.
     # shellcheck disable=SC2016
     run_inside "$1" bash -c 'LC_ALL=C apt-cache policy r-cran-dendextend | grep -q "Candidate: [^(]" ||
-        DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends r-base-core' > /dev/null
+        DEBIAN_FRONTEND=noninteractive apt-get -q install -y --no-install-recommends r-base-core r-cran-ape' > /dev/null
     run_inside "$1" bash -c "/root/varnolix/scripts/package.sh --from /root/varnolix-*.tar.gz $packages_inside"
 }
 

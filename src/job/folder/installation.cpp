@@ -43,7 +43,7 @@ fs::path findHome(const fs::path& companionFolder) {
         if (!isHome(named)) throw JobError("VARNOLIX_HOME names " + named + ", which has no tools/prince.php");
         return fs::absolute(named);
     }
-    const fs::path home = firstFolder({companionFolder / VARNOLIX_DATA_FOLDER, companionFolder / ".." / ".."}, isHome);
+    fs::path home = firstFolder({companionFolder / VARNOLIX_DATA_FOLDER, companionFolder / ".." / ".."}, isHome);
     if (!home.empty()) return home;
     throw JobError("the files of this installation were not found around " + companionFolder.string() +
                    "; set VARNOLIX_HOME to the folder that holds tools and databases");

@@ -58,6 +58,7 @@ std::vector<ToolQuestion> toolQuestions(const Installation& installation) {
 
 std::vector<std::string> askTools(const std::vector<ToolQuestion>& questions, int limit) {
     std::vector<std::FILE*> pipes;
+    pipes.reserve(questions.size());
     for (const ToolQuestion& question : questions) pipes.push_back(start(question.command, limit));
     std::vector<std::string> versions;
     for (std::size_t place = 0; place < questions.size(); ++place) {
