@@ -81,7 +81,7 @@ def lock(job):
     except OSError as error:
         if error.errno in (errno.EWOULDBLOCK, errno.EACCES):
             raise Refused(f"another run is working in {job}; wait for its end, or make a folder of its own with "
-                          f"new-job.sh") from None
+                          "varnolix-job folder") from None
         print(f"run: {job} cannot be locked ({error.strerror}): start no second run in it", file=sys.stderr)
     return held
 
