@@ -89,7 +89,8 @@ build_in() {
     export SOURCE_DATE_EPOCH
     install_stand_in "$folder/sources"
     cd "$folder/sources"
-    # Debug information would be stripped again.
+    # Debian's flags map the folder of the sources to ".", so that no path of this machine gets into the programs. Debug
+    # information would be stripped again.
     export DEB_BUILD_MAINT_OPTIONS=hardening=+all DEB_CXXFLAGS_MAINT_STRIP=-g
     flags="$(dpkg-buildflags --get CPPFLAGS) $(dpkg-buildflags --get CXXFLAGS)"
     link="$(dpkg-buildflags --get LDFLAGS)"
