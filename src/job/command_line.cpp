@@ -149,6 +149,7 @@ int runCommandLine(int argc, char** argv) {
     ConvertOptions convert;
     CollectionOptions collection;
     std::string folder;
+    run.arguments.assign(argv + 1, argv + argc);
     Action action;
     addRun(app, run, action);
     addConvert(app, convert, action);

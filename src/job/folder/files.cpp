@@ -1,7 +1,7 @@
 #include "job/folder/files.h"
 
-#include <fstream>
 #include <iterator>
+#include <utility>
 
 #include "job/job_error.h"
 
@@ -16,18 +16,32 @@ std::string readFile(const fs::path& path) {
     return text;
 }
 
-void writeFile(const fs::path& path, std::string_view text) {
-    fs::path fresh = path;
-    fresh += ".new";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    file.write(text.data(), static_cast<std::streamsize>(text.size()));
-    file.close();
+FreshFile::FreshFile(fs::path path)
+    : path_(std::move(path)),
+      unfinished_(path_.string() + ".new"),
+      stream_(unfinished_, std::ios::binary | std::ios::trunc) {
+    if (!stream_) throw JobError("cannot write " + path_.string());
+}
+
+FreshFile::~FreshFile() {
+    if (unfinished_.empty()) return;
+    stream_.close();
+    std::error_code ignored;
+    fs::remove(unfinished_, ignored);
+}
+
+void FreshFile::finish() {
+    stream_.close();
     std::error_code error;
-    if (file) fs::rename(fresh, path, error);
-    if (!file || error) {
-        fs::remove(fresh, error);
-        throw JobError("cannot write " + path.string());
-    }
+    if (stream_) fs::rename(unfinished_, path_, error);
+    if (!stream_ || error) throw JobError("cannot write " + path_.string());
+    unfinished_.clear();
+}
+
+void writeFile(const fs::path& path, std::string_view text) {
+    FreshFile file(path);
+    file.stream().write(text.data(), static_cast<std::streamsize>(text.size()));
+    file.finish();
 }
 
 }  // namespace varnolix::job

@@ -1,10 +1,13 @@
 #include "job/folder/job_folder.h"
 
+#include <algorithm>
+
 #include "job/folder/collection_store.h"
 #include "job/folder/files.h"
 #include "job/job_error.h"
 #include "run/collections.h"
 #include "run/run_text.h"
+#include "run/system/outside_text.h"
 
 namespace fs = std::filesystem;
 
@@ -12,12 +15,8 @@ namespace varnolix::job {
 
 namespace {
 
-/// The text as one word of a shell script.
-std::string quoted(const std::string& text) {
-    std::string word = "'";
-    for (const char c : text) word += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return word + "'";
-}
+/// What stands in every version of the script `run`.
+constexpr std::string_view runScriptTitle = "# Starts VARNOLIX in this job folder";
 
 /// Puts the value in place of every "@name@".
 void fillIn(std::string& text, const std::string& name, const std::string& value) {
@@ -42,18 +41,29 @@ void linkFile(const fs::path& target, const fs::path& link) {
     if (fs::exists(target)) fs::create_symlink(target, link);
 }
 
-/// Whether the folder was made for a job: everything that makeJobFolder puts there first is in it.
+/// Whether the folder was made for a job. One that was killed while the folder was made or emptied has left the script
+/// `run`, which comes first and goes last, or the beginning of it.
 bool isJobFolder(const fs::path& folder) {
-    return fs::is_directory(folder / "motifs") && fs::is_directory(folder / "result") && fs::exists(folder / "run");
+    const fs::path script = folder / "run";
+    if (fs::is_directory(folder / "motifs") && fs::is_directory(folder / "result") && fs::exists(script)) return true;
+    if (fs::is_regular_file(script)) return readFile(script).find(runScriptTitle) != std::string::npos;
+    return std::all_of(fs::directory_iterator(folder), fs::directory_iterator(),
+                       [](const fs::directory_entry& entry) { return entry.path().filename() == "run.new"; });
+}
+
+void writeRunScript(const fs::path& folder, const Installation& installation) {
+    writeFile(folder / "run", runScript(installation));
+    fs::permissions(folder / "run", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
+                    fs::perm_options::add);
 }
 
 }  // namespace
 
 std::string runScript(const Installation& installation) {
     std::string text = readFile(installation.home / "tools" / "job_folder" / "run");
-    fillIn(text, "home", quoted(installation.home));
-    fillIn(text, "program", quoted(installation.program));
-    fillIn(text, "packages", quoted(installation.rPackages));
+    fillIn(text, "home", singleQuoted(installation.home.string()));
+    fillIn(text, "program", singleQuoted(installation.program.string()));
+    fillIn(text, "packages", singleQuoted(installation.rPackages.string()));
     return text;
 }
 
@@ -61,6 +71,8 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
     if (folder.string().find('\n') != std::string::npos) {
         throw JobError("a folder name with a line end cannot be answered in the dialogue");
     }
+    makeFolder(folder);
+    writeRunScript(folder, installation);
     for (const char* name : {"motifs", "result", "databases/jaspar", "databases/transfac", "databases/uniprobe"}) {
         makeFolder(folder / name);
     }
@@ -72,9 +84,6 @@ fs::path makeJobFolder(const fs::path& folder, const Installation& installation)
     for (const Collection& collection : collections) {
         linkFile(nearestFile(places, collection), collectionFile(job, collection));
     }
-    writeFile(job / "run", runScript(installation));
-    fs::permissions(job / "run", fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
-                    fs::perm_options::add);
     return job;
 }
 
@@ -106,7 +115,12 @@ void claimFolder(const fs::path& folder, bool mayEmpty) {
     if (fs::is_empty(folder)) return;
     if (!isJobFolder(folder)) throw JobError(folder.string() + " holds other files, so no job is made in it");
     if (!mayEmpty) throw JobError(folder.string() + " holds a job already; --force replaces it");
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) fs::remove_all(entry.path());
+    // A job that is killed meanwhile must neither look whole nor like no job at all.
+    fs::remove(folder / "job.json");
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        if (entry.path().filename() != "run") fs::remove_all(entry.path());
+    }
+    fs::remove_all(folder / "run");
 }
 
 }  // namespace varnolix::job

@@ -1,5 +1,6 @@
 #include "job/run/run_command.h"
 
+#include <omp.h>
 #include <unistd.h>
 
 #include <filesystem>
@@ -10,6 +11,7 @@
 #include "job/downloads/motif_writers.h"
 #include "job/folder/collection_store.h"
 #include "job/folder/files.h"
+#include "job/folder/folder_lock.h"
 #include "job/folder/installation.h"
 #include "job/folder/job_folder.h"
 #include "job/job_error.h"
@@ -96,6 +98,7 @@ nlohmann::ordered_json settingsOf(const RunOptions& options) {
 }  // namespace
 
 int runCommand(const RunOptions& options) {
+    const double begin = omp_get_wtime();
     const Installation installation = findInstallation();
     const ReadSources read = readSources(options, collectionPlaces(installation));
     const JobSources& sources = read.sources;
@@ -107,6 +110,7 @@ int runCommand(const RunOptions& options) {
     if (sources.motifs.size() < 2) throw JobError("a job needs at least two motifs");
 
     const fs::path wanted = options.folder.empty() ? freeFolderName() : options.folder;
+    const FolderLock lock(wanted);
     claimFolder(wanted, options.replaces);
     const fs::path folder = makeJobFolder(wanted, installation);
     writeMotifFiles(sources, folder);
@@ -129,7 +133,7 @@ int runCommand(const RunOptions& options) {
         notes = writeTables(sources, significance, read.skipped, tables);
     }
     const nlohmann::ordered_json settings = settingsOf(options);
-    const RecordedJob job{VARNOLIX_FULL_VERSION, settings, read.files, notes};
+    const RecordedJob job{VARNOLIX_FULL_VERSION, settings, read.files, notes, options.arguments, begin};
     writePage(sources, significance, read.skipped, job, tables, pageFilesOf(installation.home),
               fs::canonical(folder).filename().string());
     writeJobRecord(sources, job, tables);

@@ -27,6 +27,7 @@ struct RunOptions {
     std::string folder;  ///< empty: a new one in the working directory
     bool replaces = false;
     bool isQuiet = false;
+    std::vector<std::string> arguments;  ///< the whole command line, for the record
 };
 
 }  // namespace varnolix::job

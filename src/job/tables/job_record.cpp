@@ -74,6 +74,7 @@ std::string jobRecordText(const JobRecord& record, const JobResults& results) {
     object["program"] = "varnolix-job";
     object["version"] = record.version;
     object["date"] = record.date;
+    object["command"] = record.command;
     object["settings"] = record.settings;
     object["inputs"] = inputsJson(record.inputs);
     object["datasets"] = datasetsJson(sources);
@@ -83,6 +84,7 @@ std::string jobRecordText(const JobRecord& record, const JobResults& results) {
                         {"collection_motifs", sources.references.size()},
                         {"matches", matchesJson(results)}};
     object["stages"] = stagesJson(record.stages);
+    object["seconds"] = record.seconds;
     object["peak_memory_bytes"] = record.peakMemory;
     object["files"] = writtenJson(record.written);
     object["notes"] = record.notes;

@@ -32,7 +32,9 @@ struct JobRecord {
     std::vector<StageTime> stages;
     std::uintmax_t peakMemory;  ///< in bytes
     std::vector<WrittenFile> written;
-    std::vector<std::string> notes;  ///< sentences
+    std::vector<std::string> notes;         ///< sentences
+    std::vector<std::string> command = {};  ///< the words behind the name of the companion
+    double seconds = 0;                     ///< from the start of the job to this record
 };
 
 /// The text of job.json.

@@ -118,7 +118,9 @@ JobRecord recordOf(const RecordedJob& job, const TableSettings& settings) {
             stageTimes,
             peakMemoryOfProcess(),
             filesBelow(settings.folder),
-            job.notes};
+            job.notes,
+            job.command,
+            omp_get_wtime() - job.begin};
 }
 
 void writeJobRecord(const JobSources& sources, const RecordedJob& job, const TableSettings& settings) {

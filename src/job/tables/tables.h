@@ -39,7 +39,9 @@ struct RecordedJob {
     std::string version;
     const nlohmann::ordered_json& settings;  ///< the options of the job, by name
     std::vector<InputFile> inputs;
-    std::vector<std::string> notes;  ///< sentences
+    std::vector<std::string> notes;         ///< sentences
+    std::vector<std::string> command = {};  ///< the words behind the name of the companion
+    double begin = 0;                       ///< when the job began, by omp_get_wtime
 };
 
 /// The record of the job as it stands now.

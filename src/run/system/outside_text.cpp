@@ -15,8 +15,12 @@ std::string shellWord(const std::string& path) {
     if (looksLikeOption(path)) return shellWord("./" + path);
     constexpr std::string_view plain = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789_-./+,:@%^";
     if (path.find_first_not_of(plain) == std::string::npos) return path;
+    return singleQuoted(path);
+}
+
+std::string singleQuoted(std::string_view text) {
     std::string quoted = "'";
-    for (const char c : path) {
+    for (const char c : text) {
         if (c == '\'') {
             quoted += "'\\''";
         } else {

@@ -12,6 +12,9 @@ namespace varnolix {
 /// path that begins with "-" gets "./" in front, so that no tool mistakes it for an option.
 std::string shellWord(const std::string& path);
 
+/// The text in single quotes, as one word of a shell command.
+std::string singleQuoted(std::string_view text);
+
 /// The path as it is written inside a single-quoted string of PHP or R: backslashes and apostrophes are escaped by a
 /// backslash, and a path that begins with "-" gets "./" in front.
 std::string insideQuotes(std::string_view path);

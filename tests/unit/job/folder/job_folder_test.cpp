@@ -2,8 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
+
 #include "job/folder/collection_store.h"
 #include "job/folder/files.h"
+#include "job/folder/folder_lock.h"
 #include "job/job_error.h"
 #include "support/run_fixture.h"
 
@@ -136,6 +139,41 @@ TEST_F(JobFolderTest, OnlyAJobIsEverEmptied) {
     EXPECT_THROW(claimFolder(job, true), JobError);
     EXPECT_EQ(readFile(job / "mine.txt"), "mine\n");
     EXPECT_THROW(claimFolder(job / "mine.txt", true), JobError);
+}
+
+TEST_F(JobFolderTest, JobThatWasKilledAnywhereMayBeReplaced) {
+    // The folder as it is at each moment of being made or emptied: entries come and go one at a time, `run` first and
+    // last.
+    writeFile(home / "tools" / "job_folder" / "run", readFile(VARNOLIX_PROJECT "/tools/job_folder/run"));
+    fs::create_directories(job);
+    std::ofstream(job / "run.new") << "#!";
+    claimFolder(job, true);
+    EXPECT_TRUE(fs::is_empty(job));
+    for (const char* lost : {"motifs", "result", "databases", "prince.php"}) {
+        makeJobFolder(job, installation);
+        fs::remove_all(job / lost);
+        EXPECT_THROW(claimFolder(job, false), JobError);
+        claimFolder(job, true);
+        EXPECT_TRUE(fs::is_empty(job)) << lost;
+    }
+    // Somebody's folder with a script of the same name is no job.
+    fs::create_directories(job / "motifs");
+    std::ofstream(job / "run") << "#!/bin/sh\n";
+    EXPECT_THROW(claimFolder(job, true), JobError);
+    EXPECT_TRUE(fs::exists(job / "run"));
+}
+
+TEST_F(JobFolderTest, LockIsOneProcessesAndLeavesNothing) {
+    {
+        const FolderLock lock(job);
+        // A lock belongs to what opened the folder, so a second one is refused in the same process, too.
+        EXPECT_THROW(FolderLock{job}, JobError);
+        EXPECT_TRUE(fs::is_empty(job));
+    }
+    const FolderLock again(job);
+    writeFile(job / "file", "text");
+    EXPECT_THROW(FolderLock{job / "file"}, JobError);
+    EXPECT_THROW(FolderLock{"/proc/no/such"}, JobError);
 }
 
 TEST_F(JobFolderTest, FileIsWrittenWholeOrNotAtAll) {

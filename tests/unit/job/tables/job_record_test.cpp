@@ -25,10 +25,14 @@ TEST_F(JobRecordTest, TellsWhatTheJobDid) {
                                 {{"reading", 0.5}},
                                 4096,
                                 {{"matches.tsv", 77}},
-                                {"A note."}};
+                                {"A note."},
+                                {"run", "a.meme"},
+                                1.5};
     const std::string text = jobRecordText(record, results());
     const auto object = nlohmann::ordered_json::parse(text);
     EXPECT_EQ(object["version"], "1.2.3");
+    EXPECT_EQ(object["command"], nlohmann::ordered_json({"run", "a.meme"}));
+    EXPECT_EQ(object["seconds"], 1.5);
     EXPECT_EQ(object["settings"], settings);
     EXPECT_EQ(object["inputs"][0]["refused"], 2);
     EXPECT_EQ(object["inputs"][0]["sha256"], "abc");
