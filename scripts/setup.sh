@@ -2,10 +2,11 @@
 # Installs with apt what VARNOLIX needs on this machine, and proves that it works.
 #
 #   setup.sh              C++ toolchain, WebLogo, PHP, WeasyPrint, R: for logos, PDF files, trees, and the page of a job
-#   setup.sh --text       C++ toolchain only: for building, and for text reports
+#   setup.sh --text       C++ toolchain and GNU parallel only: for building, and for text reports
 #   setup.sh --chromium   the default set, and Chromium, which converts pages to PDF more faithfully
 #
-#   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a driver of browsers
+#   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a driver of browsers,
+#                         Slurm
 #   --firefox             also Firefox, in which the page of a job is tested too
 #   --packages            also what package.sh needs: the tools of Debian packages, and those that make manual pages
 #   --checks              also what more-tests.sh needs: clang with its libraries, the checkers of check.sh
@@ -23,6 +24,7 @@ source "$here/common.sh"
 
 build_packages=(g++ cmake ninja-build python3 libcli11-dev nlohmann-json3-dev zlib1g-dev
                 libssl-dev)
+job_packages=(parallel)
 report_packages=(python3-weblogo ghostscript php-cli weasyprint fonts-liberation fonts-dejavu-core
                  r-base-core r-cran-ggplot2 r-cran-ggdendro r-cran-dendextend r-cran-ape
                  libjs-jquery libjs-jquery-datatables node-d3)
@@ -52,14 +54,15 @@ wanted_packages() {
 
 # every_wanted_package: the same, where some may come twice.
 every_wanted_package() {
-    printf '%s\n' "${build_packages[@]}"
+    printf '%s\n' "${build_packages[@]}" "${job_packages[@]}"
     ! $tests || printf '%s\n' libgtest-dev libgmock-dev
     ! $packages || printf '%s\n' "${package_packages[@]}"
     ! $checks || printf '%s\n' "${check_packages[@]}"
     [[ $choice != text ]] || return 0
     printf '%s\n' "${report_packages[@]}"
     ! $tests || printf '%s\n' help2man lowdown man-db
-    ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil python3-selenium chromium-driver
+    ! $tests || printf '%s\n' poppler-utils python3-biopython python3-pil python3-selenium chromium-driver \
+                               slurm-wlm munge
     [[ $choice != chromium ]] || echo chromium
     ! $firefox || echo firefox-esr
 }
@@ -70,6 +73,8 @@ without() {
         g++ | cmake | ninja-build | libcli11-dev | nlohmann-json3-dev | zlib1g-dev | libssl-dev)
             echo "the program cannot be built" ;;
         python3) echo "no logo is drawn, and the run script of job folders does not work" ;;
+        parallel) echo "varnolix-job many runs no jobs, and its tests fail" ;;
+        slurm-wlm | munge) echo "the tests of arrays for Slurm are left out" ;;
         libgtest-dev | libgmock-dev) echo "the tests cannot be built" ;;
         clang | libomp-dev) echo "nothing can be built with clang" ;;
         libclang-rt-dev) echo "no fuzz targets, and no sanitizers with clang" ;;

@@ -12,6 +12,7 @@
 #include "job/folder/installation.h"
 #include "job/folder/job_folder.h"
 #include "job/help_format.h"
+#include "job/many/many_command.h"
 #include "job/run/run_command.h"
 #include "job/version/version_text.h"
 
@@ -21,6 +22,7 @@ namespace {
 
 constexpr int wrongUse = 2;
 constexpr int mostListed = 50;
+constexpr int mostAtOnce = 10'000;
 
 /// Sets up a command; what it has to do once the arguments are known is left in `action`.
 using Action = std::function<int()>;
@@ -49,7 +51,7 @@ int threadsOf(const std::string& text) {
     return count;
 }
 
-void addRun(CLI::App& app, RunOptions& options, Action& action) {
+CLI::App* addRunOptions(CLI::App& app, RunOptions& options) {
     CLI::App* run = app.add_subcommand("run", "Compare motifs, and write reports and tables into a new folder");
     run->add_option("FILE", options.files,
                     "Motif files in any layout, also compressed by gzip; a folder is one data set of all files in it; "
@@ -93,7 +95,44 @@ void addRun(CLI::App& app, RunOptions& options, Action& action) {
     run->add_flag("--tree", options.drawsTree, "Draw the tree of the motifs");
     run->add_flag("--merge", options.merges, "Merge similar motifs");
     run->add_flag("-q,--quiet", options.isQuiet, "Print nothing but errors");
+    return run;
+}
+
+void addRun(CLI::App& app, RunOptions& options, Action& action) {
+    CLI::App* run = addRunOptions(app, options);
     run->callback([&options, &action] { action = [&options] { return runCommand(options); }; });
+}
+
+void addMany(CLI::App& app, ManyOptions& options, Action& action) {
+    CLI::App* many = app.add_subcommand("many", "Run the jobs of a list, several at once, and collect their tables");
+    many->add_option("JOBS", options.list,
+                     "List of jobs, a table with tabs between the columns name, files, and options of run")
+        ->required();
+    many->add_option("-o,--output", options.folder, "Folder of all jobs (default: the list's name without extension)")
+        ->type_name("DIR");
+    many->add_option("--jobs", options.jobs, "Number of jobs at once (default: the number of processors)")
+        ->type_name("N")
+        ->check(CLI::Range(1, mostAtOnce));
+    many->add_option("--threads", options.threads, "Threads of each job (default: processors / jobs; with --slurm 1)")
+        ->type_name("N")
+        ->check(CLI::Range(1, mostAtOnce));
+    CLI::Option* slurm = many->add_flag("--slurm", options.writesArray,
+                                        "Run nothing here: write an array for Slurm, and print how it is submitted");
+    many->add_flag("--submit", options.submits, "Submit the array, too")->needs(slurm);
+    many->add_option("--time", options.time, "Most time of a task, as Slurm takes it (default: estimated)")
+        ->type_name("TIME")
+        ->needs(slurm);
+    many->add_option("--memory", options.memory, "Memory of a task, as Slurm takes it (default: estimated)")
+        ->type_name("SIZE")
+        ->needs(slurm);
+    many->add_flag("-q,--quiet", options.isQuiet, "Print nothing but errors and the commands of Slurm");
+    many->callback([&options, &action] { action = [&options] { return manyCommand(options, addRunOptions); }; });
+}
+
+void addCollect(CLI::App& app, std::string& folder, Action& action) {
+    CLI::App* command = app.add_subcommand("collect", "Collect the tables of many jobs from what is there");
+    command->add_option("DIR", folder, "Folder of all jobs")->required();
+    command->callback([&folder, &action] { action = [&folder] { return collectCommand(folder); }; });
 }
 
 void addConvert(CLI::App& app, ConvertOptions& options, Action& action) {
@@ -148,10 +187,13 @@ int runCommandLine(int argc, char** argv) {
     RunOptions run;
     ConvertOptions convert;
     CollectionOptions collection;
+    ManyOptions many;
     std::string folder;
     run.arguments.assign(argv + 1, argv + argc);
     Action action;
     addRun(app, run, action);
+    addMany(app, many, action);
+    addCollect(app, folder, action);
     addConvert(app, convert, action);
     addCollections(app, collection, action);
     addFolder(app, folder, action);

@@ -9,7 +9,7 @@ from script_project import ScriptTest, read, write
 REAL = ("awk", "bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh",
         "tail", "timeout", "tr", "xargs")
 LIBRARIES = {"libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
-TEXT_SET = {"g++", "cmake", "ninja-build", "python3"} | LIBRARIES
+TEXT_SET = {"g++", "cmake", "ninja-build", "python3", "parallel"} | LIBRARIES
 DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
                           "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
                           "r-cran-dendextend", "r-cran-ape", "libjs-jquery", "libjs-jquery-datatables", "node-d3"}
@@ -17,7 +17,7 @@ SMALLEST_BLAS = {"libblas-dev"}     # keeps a dependency of WebLogo small
 GOOGLE_TEST = {"libgtest-dev", "libgmock-dev"}
 PACKAGES = {"dpkg-dev", "file", "help2man", "lowdown", "lintian"}
 TOOL_TESTS = {"help2man", "lowdown", "man-db", "poppler-utils", "python3-biopython", "python3-pil", "python3-selenium",
-              "chromium-driver"}
+              "chromium-driver", "slurm-wlm", "munge"}
 CHECKS = {"clang", "libomp-dev", "libclang-rt-dev", "clang-format", "clang-tidy", "shellcheck"}
 
 

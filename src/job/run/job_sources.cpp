@@ -95,6 +95,14 @@ std::string datasetNameOf(const NamedFile& file) {
     return file.path == "-" ? "stdin" : baseNameOf(file.path);
 }
 
+/// Says that the collection is not installed; empty if it is.
+std::string missingCollection(const Collection& collection, const std::vector<CollectionPlace>& places) {
+    if (!nearestFile(places, collection).empty()) return "";
+    const std::string name(collection.name);
+    return "the collection " + name + " is not installed; varnolix-job collections install " + name +
+           " FILE installs it";
+}
+
 }  // namespace
 
 std::string reportNameOf(const std::string& id) {
@@ -130,6 +138,20 @@ std::string oddities(const DownloadedMotif& motif) {
     return note;
 }
 
+std::string missingSource(const RunOptions& options, const std::vector<CollectionPlace>& places) {
+    std::vector<std::string> paths;
+    for (const std::string& argument : options.files) paths.push_back(namedFileOf(argument).path);
+    if (const Collection* installed = findCollection(options.collection)) {
+        if (std::string reason = missingCollection(*installed, places); !reason.empty()) return reason;
+    } else if (options.collection != noCollection) {
+        paths.push_back(namedFileOf(options.collection).path);
+    }
+    for (const std::string& path : paths) {
+        if (path != "-" && !std::filesystem::exists(path)) return "there is no file or folder " + path;
+    }
+    return "";
+}
+
 ReadSources readSources(const RunOptions& options, const std::vector<CollectionPlace>& places) {
     ReadSources read;
     JobSources& sources = read.sources;
@@ -145,10 +167,7 @@ ReadSources readSources(const RunOptions& options, const std::vector<CollectionP
     sources.collection = datasetNameOf(file);
     if (const Collection* installed = findCollection(options.collection)) {
         file.path = nearestFile(places, *installed).string();
-        if (file.path.empty()) {
-            throw JobError("the collection " + options.collection + " is not installed; varnolix-job collections " +
-                           "install " + options.collection + " FILE installs it");
-        }
+        if (const std::string reason = missingCollection(*installed, places); !reason.empty()) throw JobError(reason);
     }
     reader.readInto(sources.references, file.path, 0);
     return read;

@@ -23,6 +23,10 @@ struct ReadSources {
 /// @param places where installed collections are looked up
 ReadSources readSources(const RunOptions& options, const std::vector<CollectionPlace>& places);
 
+/// What the job cannot read as it is not there, in a clause; empty if all is there. Reads nothing.
+/// @param home as above
+std::string missingSource(const RunOptions& options, const std::vector<CollectionPlace>& places);
+
 /// The motif's name in the reports: its id, with blanks and control characters replaced by "_", as a name there is one
 /// word.
 std::string reportNameOf(const std::string& id);

@@ -40,6 +40,16 @@ std::string validUtf8(std::string_view text) {
     return nlohmann::json::parse(jsonString(text)).get<std::string>();
 }
 
+std::vector<std::string> tsvCells(std::string_view line) {
+    std::vector<std::string> cells;
+    for (std::size_t begin = 0; begin <= line.size();) {
+        const std::size_t end = std::min(line.find('\t', begin), line.size());
+        cells.emplace_back(line.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    return cells;
+}
+
 void appendTsvCell(std::string& text, const Cell& cell) {
     if (const auto* words = std::get_if<std::string_view>(&cell)) {
         if (isPlain(*words)) {

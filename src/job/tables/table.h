@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 // The form of the tables that other programs read. A table is a list of columns; each knows its name, what stands in it
 // and how its cell is taken from a row. Header, TSV, JSON and the manual page follow from this list.
@@ -29,6 +30,9 @@ struct TableColumn {
 
 /// The text as UTF-8: bytes that are none become the replacement character.
 std::string validUtf8(std::string_view text);
+
+/// The cells of a line of a table; a line always has one, if only an empty one.
+std::vector<std::string> tsvCells(std::string_view line);
 
 /// Appends the cell as it stands between two tabs. Numbers have as many digits as it takes to read the same number
 /// back. In texts, every tab, line end and other control character becomes a blank; nothing is quoted.
