@@ -64,8 +64,7 @@ records() {
 # killAll: kills the processes that name our folder in their command, until there is none. This shell does not.
 killAll() {
     local found
-    while mapfile -t found < <(grep -lF "$work/killed" /proc/[0-9]*/cmdline 2>/dev/null | cut -d / -f 3) &&
-        ((${#found[@]})); do
+    while mapfile -t found < <(pgrep -f "$work/killed") && ((${#found[@]})); do
         kill -KILL "${found[@]}" 2>/dev/null || true
     done
 }

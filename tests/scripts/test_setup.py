@@ -8,8 +8,9 @@ from script_project import ScriptTest, read, write
 
 REAL = ("awk", "bash", "basename", "cat", "dirname", "env", "grep", "head", "mkdir", "mktemp", "od", "rm", "sed", "sh",
         "tail", "timeout", "tr", "xargs")
-LIBRARIES = {"libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
-TEXT_SET = {"g++", "cmake", "ninja-build", "python3", "parallel"} | LIBRARIES
+# No test lacks these.
+LIBRARIES = {"parallel", "libcli11-dev", "nlohmann-json3-dev", "zlib1g-dev", "libssl-dev"}
+TEXT_SET = {"g++", "cmake", "ninja-build", "python3"} | LIBRARIES
 DEFAULT_SET = TEXT_SET | {"python3-weblogo", "ghostscript", "php-cli", "weasyprint", "fonts-liberation",
                           "fonts-dejavu-core", "r-base-core", "r-cran-ggplot2", "r-cran-ggdendro",
                           "r-cran-dendextend", "r-cran-ape", "libjs-jquery", "libjs-jquery-datatables", "node-d3"}
