@@ -26,7 +26,7 @@ install(DIRECTORY tools/R/dendextend DESTINATION ${data}/tools/R COMPONENT progr
 install(DIRECTORY build/R-library/ DESTINATION ${data}/R-library COMPONENT program OPTIONAL)
 
 install(FILES tools/tree_newick.R DESTINATION ${data}/tools COMPONENT job)
-install(DIRECTORY tools/page DESTINATION ${data}/tools COMPONENT job)
+install(DIRECTORY tools/page tools/many DESTINATION ${data}/tools COMPONENT job)
 install(PROGRAMS tools/job_folder/run DESTINATION ${data}/tools/job_folder COMPONENT job)
 install(FILES scripts/run_job.py scripts/motif_preview.py scripts/job_process.py DESTINATION ${data}/scripts
         COMPONENT job)

@@ -36,7 +36,7 @@ outside tools. Text reports need none of the recommended packages.")
 
 set(CPACK_DEBIAN_JOB_PACKAGE_NAME varnolix-job)
 set(CPACK_DEBIAN_JOB_PACKAGE_DEPENDS "varnolix (= ${version})")
-set(CPACK_DEBIAN_JOB_PACKAGE_RECOMMENDS "python3, libjs-jquery, libjs-jquery-datatables, node-d3")
+set(CPACK_DEBIAN_JOB_PACKAGE_RECOMMENDS "python3, parallel, libjs-jquery, libjs-jquery-datatables, node-d3")
 set(CPACK_DEBIAN_JOB_PACKAGE_SUGGESTS "parallel, slurm-wlm")
 set(CPACK_DEBIAN_JOB_DESCRIPTION "VARNOLIX compares DNA sequence motifs with each other and with a reference
 collection, ranks the matches, and reports them with alignments, logos,

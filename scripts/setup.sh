@@ -5,7 +5,7 @@
 #   setup.sh --text       C++ toolchain and GNU parallel only: for building, and for text reports
 #   setup.sh --chromium   the default set, and Chromium, which converts pages to PDF more faithfully
 #
-#   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a driver of browsers,
+#   --tests               also what the tests need: GoogleTest, poppler-utils to examine PDF files, a browser driver,
 #                         Slurm
 #   --firefox             also Firefox, in which the page of a job is tested too
 #   --packages            also what package.sh needs: the tools of Debian packages, and those that make manual pages
