@@ -4,7 +4,7 @@ import sys
 import unittest
 
 import slurm
-from many import ManyTest, script_of, write
+from many import ManyTest, alive, script_of, write
 
 SKIPPED = 77                    # what the test driver takes for left out
 ONE_MOTIF = b">M1\nA 9 0 0 0\nC 0 9 0 0\nG 0 0 9 0\nT 0 0 0 9\n"
@@ -53,7 +53,8 @@ class Arrays(ManyTest):
         os.mkfifo(self.path("pipe.txt"))
         self.list(("waits", "pipe.txt"))
         self.many("--slurm", "--submit", "--memory=100M", "--time=5", "jobs.tsv", env=self.cluster.env)
-        self.wait_until(lambda: self.cluster.run("squeue", "-h", "-o", "%t") == b"R\n", "the array does not start")
+        self.wait_until(lambda: os.path.exists(self.path("jobs", "many", "logs", "waits.txt")) and
+                        alive(self.path("jobs", "waits")), "the array does not start")
         self.assertIn("waits is missing", self.collect(1))
         self.cluster.run("scancel", "--user", str(os.getuid()))
         self.wait_until(lambda: self.cluster.run("squeue", "-h") == b"", "the array does not end")
