@@ -13,7 +13,7 @@ namespace fs = std::filesystem;
 
 namespace varnolix::job {
 
-FolderLock::FolderLock(const fs::path& folder) : descriptor_(-1) {
+FolderLock::FolderLock(const fs::path& folder) {
     std::error_code error;
     const fs::file_status status = fs::status(folder, error);
     if (fs::exists(status) && !fs::is_directory(status)) {

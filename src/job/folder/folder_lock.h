@@ -15,7 +15,7 @@ class FolderLock {
     FolderLock& operator=(const FolderLock&) = delete;
 
   private:
-    int descriptor_;
+    int descriptor_ = -1;
 };
 
 }  // namespace varnolix::job
