@@ -94,8 +94,11 @@ if(LOWDOWN)
   # mandb takes what the page is about from a section headed in this form.
   string(REPLACE "\n.SH\n" "\n.SH " page "${page}")
   string(REPLACE "\n.SH Name\n" "\n.SH NAME\n" page "${page}")
-  # The narrow columns of tables are not adjusted on both sides, and long paths in them may be broken.
-  string(REGEX REPLACE "(\n\\.TH [^\n]*\n)" "\\1.na\n" page "${page}")
+  # The narrow columns of tables are not adjusted on both sides (groff 1.23 is told by the string AD, as each of its
+  # sections adjusts again), and long paths in them may be broken.
+  string(REGEX REPLACE "(\n\\.TH [^\n]*\n)" "\\1.ds AD l\n.na\n" page "${page}")
+  # Newer ones do not know the old name of this font.
+  string(REPLACE "\\fC" "\\f(CR" page "${page}")
   string(REGEX REPLACE "([a-z0-9>][/_])([A-Za-z])" "\\1\\\\:\\2" page "${page}")
   # The first line lets man prepare the tables.
   save_page(varnolix "'\\\" t\n${page}")
