@@ -51,6 +51,27 @@ int threadsOf(const std::string& text) {
     return count;
 }
 
+void addFamilyOptions(CLI::App& run, RunOptions& options) {
+    CLI::Option* families =
+        run.add_flag("--families", options.findsFamilies, "Find families of motifs, with a common motif for each");
+    run.add_option_function<std::string>(
+           "--family-linkage", [&options](const std::string& name) { options.families.linkage = linkageOf(name); },
+           "How families are joined: average (default), complete or single")
+        ->type_name("LINKAGE")
+        ->check(CLI::IsMember({"average", "complete", "single"}))
+        ->needs(families);
+    run.add_option("--family-cut", options.families.cut,
+                   "Distance up to which motifs are of one family, 0 to 1 (default: 0.5)")
+        ->type_name("D")
+        ->check(CLI::Range(0.0, 1.0))
+        ->needs(families);
+    run.add_option("--family-flanks", options.families.flanks,
+                   "Cut flanks of a common motif that a smaller share of its members covers, 0 to 1 (default: 1/3)")
+        ->type_name("SHARE")
+        ->check(CLI::Range(0.0, 1.0))
+        ->needs(families);
+}
+
 CLI::App* addRunOptions(CLI::App& app, RunOptions& options) {
     CLI::App* run = app.add_subcommand("run", "Compare motifs, and write reports and tables into a new folder");
     run->add_option("FILE", options.files,
@@ -94,6 +115,7 @@ CLI::App* addRunOptions(CLI::App& app, RunOptions& options) {
         ->check(CLI::IsMember({"text", "html", "pdf", "all"}));
     run->add_flag("--tree", options.drawsTree, "Draw the tree of the motifs");
     run->add_flag("--merge", options.merges, "Merge similar motifs");
+    addFamilyOptions(*run, options);
     run->add_flag("-q,--quiet", options.isQuiet, "Print nothing but errors");
     return run;
 }

@@ -7,9 +7,13 @@
 
 #include "job/families/linkage.h"
 #include "job/job_motif.h"
+#include "job/significance/column_pool.h"
 #include "run/shared_records.h"
 
-// The families of the motifs of a job, and one common motif for each. Tested by families_test.cpp.
+// The families of the motifs of a job, and one common motif for each: the distances of all pairs (pair_alignment.h),
+// their tree (linkage.h), cut at a height; then the motifs of each family are laid together along the tree
+// (placement.h). Equal motifs, on whichever strand, are one in all of this, with their number as its weight. Tested by
+// families_test.cpp.
 
 namespace varnolix::job {
 
@@ -30,7 +34,7 @@ struct FamilyMember {
 struct Family {
     std::vector<FamilyMember> members;  ///< in the order of the tree's leaves
     double cutHeight = 0.0;             ///< at which all are joined; 0 for a single one
-    Matrix commonMotif;
+    Matrix commonMotif;                 ///< the first of its motifs lies on its forward strand
 };
 
 struct Families {
@@ -45,7 +49,19 @@ struct Families {
 /// The name of a family, by its 0-based place: family_1, family_2 ...
 std::string familyName(std::size_t place);
 
-/// The families of the motifs that runJob() left, in the order of sources.motifs. Adds an entry to stageTimes.
+/// The distances of all pairs of the pool's targets, in the order of pairCell().
+std::vector<double> familyDistances(std::span<const data> motifs, const ColumnPool& pool);
+
+/// The families of these motifs, at least one; the results do not depend on the number of threads.
+Families familiesOf(std::span<const data> motifs, const FamilySettings& settings);
+
+/// Those of the motifs that runJob() left, in the order of sources.motifs. Adds an entry to stageTimes.
 Families familiesOf(const JobSources& sources, const FamilySettings& settings);
+
+/// Throws JobError if the distances of so many motifs, of which no two are equal, do not fit the memory that is left.
+void requireMemoryForFamilies(std::size_t motifs);
+
+/// How many motifs differ from all before them, on both strands.
+std::size_t differentMotifs(const JobSources& sources);
 
 }  // namespace varnolix::job

@@ -25,11 +25,11 @@ PageTree treeOf(const TreeFiles& tree, const char* name, const std::string& newi
     return {name, textIfThere(newick), hasHeatMap ? textIfThere(outputPath + tree.table) : ""};
 }
 
-std::vector<PageTree> treesOf(const std::string& folder) {
+std::vector<PageTree> treesOf(const TableSettings& settings) {
     std::vector<PageTree> trees;
-    if (isLocalTreeDrawn()) trees.push_back(treeOf(listTree, "all matching", folder + "tree.nwk"));
+    if (isLocalTreeDrawn()) trees.push_back(treeOf(listTree, "all matching", listTreeStem(settings) + ".nwk"));
     if (isGlobalTreeDrawn()) {
-        trees.push_back(treeOf(globalTree, "matching across data sets", folder + "tree_global.nwk"));
+        trees.push_back(treeOf(globalTree, "matching across data sets", settings.folder + "tree_global.nwk"));
     }
     return trees;
 }
@@ -46,8 +46,7 @@ void writePage(const JobSources& sources, const JobSignificance& significance, c
                const std::string& jobName) {
     const double begin = omp_get_wtime();
     const JobRecord record = recordOf(job, settings);
-    const PageContent content{
-        jobName, record, skipped, significance, settings.mostQ, leftMerged(), treesOf(settings.folder)};
+    const PageContent content{jobName, record, skipped, significance, settings.mostQ, leftMerged(), treesOf(settings)};
     const std::string json = pageData(content, leftResults(sources));
     writeFile(fs::path(settings.folder) / pageName,
               joinedPage(files, {{"title", pageEscaped(validUtf8(jobName))}, {"data", scriptSafeJson(json)}}));

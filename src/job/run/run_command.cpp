@@ -89,10 +89,17 @@ void requireSame(std::size_t read, std::size_t written, const char* what) {
 
 /// The options, by their names.
 nlohmann::ordered_json settingsOf(const RunOptions& options) {
-    return {{"top", options.topMotifs}, {"best", options.bestMatches},      {"cutoff", std::stod(options.cutoff)},
-            {"threads", numThread},     {"collection", options.collection}, {"type", options.type},
-            {"format", options.format}, {"tree", options.drawsTree},        {"merge", options.merges},
-            {"trim", options.trimBits}, {"skip_bad", options.skipsBad},     {"max_q", options.mostQ}};
+    nlohmann::ordered_json settings = {
+        {"top", options.topMotifs}, {"best", options.bestMatches},      {"cutoff", std::stod(options.cutoff)},
+        {"threads", numThread},     {"collection", options.collection}, {"type", options.type},
+        {"format", options.format}, {"tree", options.drawsTree},        {"merge", options.merges},
+        {"trim", options.trimBits}, {"skip_bad", options.skipsBad},     {"max_q", options.mostQ}};
+    if (options.findsFamilies) {
+        settings["families"] = {{"linkage", linkageName(options.families.linkage)},
+                                {"cut", options.families.cut},
+                                {"flanks", options.families.flanks}};
+    }
+    return settings;
 }
 
 }  // namespace
@@ -109,6 +116,8 @@ int runCommand(const RunOptions& options) {
     }
     if (sources.motifs.size() < 2) throw JobError("a job needs at least two motifs");
 
+    if (options.findsFamilies) requireMemoryForFamilies(differentMotifs(sources));
+
     const fs::path wanted = options.folder.empty() ? freeFolderName() : options.folder;
     const FolderLock lock(wanted);
     claimFolder(wanted, options.replaces);
@@ -121,15 +130,20 @@ int runCommand(const RunOptions& options) {
     prepareToolEnvironment(installation);
     keepsRankedLists = true;
     JobSignificance significance;
+    Families families;
     std::vector<std::string> notes;
-    const TableSettings tables{folder.string() + "/", (installation.home / "tools" / "tree_newick.R").string(),
-                               options.mostQ};
+    TableSettings tables{folder.string() + "/", (installation.home / "tools" / "tree_newick.R").string(),
+                         options.mostQ};
     {
         const JobConsole console("console.txt");
         runJob();
         requireSame(Datasets.size(), sources.motifs.size(), "motif files");
         if (!sources.collection.empty()) requireSame(DatabaseDatasets.size(), sources.references.size(), "collection");
         significance = leftSignificance(sources);
+        if (options.findsFamilies) {
+            families = familiesOf(sources, options.families);
+            tables.families = &families;
+        }
         notes = writeTables(sources, significance, read.skipped, tables);
     }
     const nlohmann::ordered_json settings = settingsOf(options);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "job/downloads/download.h"
+#include "job/families/families.h"
 
 namespace varnolix::job {
 
@@ -24,6 +25,8 @@ struct RunOptions {
     std::string format = "text";
     bool drawsTree = false;
     bool merges = false;
+    bool findsFamilies = false;
+    FamilySettings families;
     std::string folder;  ///< empty: a new one in the working directory
     bool replaces = false;
     bool isQuiet = false;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <iterator>
+#include <utility>
 
 namespace varnolix::job {
 
@@ -44,7 +45,7 @@ Matrix oppositeStrand(const Matrix& matrix) {
     return opposite;
 }
 
-ColumnPool::ColumnPool(std::span<const data> targets) {
+ColumnPool::ColumnPool(std::span<const data> targets, std::span<const std::uint32_t> copies) {
     for (const data& target : targets) {
         matrices_.push_back(usableMatrix(target.matrix));
         opposites_.push_back(oppositeStrand(matrices_.back()));
@@ -53,14 +54,14 @@ ColumnPool::ColumnPool(std::span<const data> targets) {
         if (length < leastColumns) continue;
         ++comparedTargets_;
         longest_ = std::max(longest_, length);
-        columns_ += length;
+        columns_ += length * (copies.empty() ? 1 : copies[matrices_.size() - 1]);
         const std::size_t padded = paddedLength(matrices_.size() - 1);
         appendStrand(matrices_.back(), padded);
         appendStrand(opposites_.back(), padded);
         strandValues_.insert(strandValues_.end(), length, 1.0F);
         strandValues_.insert(strandValues_.end(), padded - length, 0.0F);
     }
-    fillBackground();
+    fillBackground(copies);
 }
 
 void ColumnPool::appendStrand(const Matrix& strand, std::size_t padded) {
@@ -70,22 +71,23 @@ void ColumnPool::appendStrand(const Matrix& strand, std::size_t padded) {
     }
 }
 
-void ColumnPool::fillBackground() {
-    std::vector<FloatColumn> columns;
+void ColumnPool::fillBackground(std::span<const std::uint32_t> copies) {
+    std::vector<std::pair<FloatColumn, std::uint32_t>> columns;
     for (std::size_t target = 0; target < targets(); ++target) {
         if (!isCompared(target)) continue;
         for (const Column& column : matrices_[target]) {
-            columns.push_back(std::min(floatColumn(column), floatColumn(oppositeColumn(column))));
+            columns.emplace_back(std::min(floatColumn(column), floatColumn(oppositeColumn(column))),
+                                 copies.empty() ? 1 : copies[target]);
         }
     }
     std::sort(columns.begin(), columns.end());
     std::vector<FloatColumn> different;
-    for (const FloatColumn& column : columns) {
+    for (const auto& [column, count] : columns) {
         if (different.empty() || different.back() != column) {
             different.push_back(column);
             repeats_.push_back(0);
         }
-        ++repeats_.back();
+        repeats_.back() += count;
     }
     stride_ = different.size() + elementsPastEnd;
     background_.resize(bases * stride_);

@@ -33,7 +33,8 @@ enum class Background : std::uint8_t { bothStrands, onePairSwapped };
 
 class ColumnPool {
   public:
-    explicit ColumnPool(std::span<const data> targets);
+    /// @param copies how often the columns of each target are in the background; once each if none are given
+    explicit ColumnPool(std::span<const data> targets, std::span<const std::uint32_t> copies = {});
 
     std::size_t targets() const { return matrices_.size(); }
     std::size_t length(std::size_t target) const { return matrices_[target].size(); }
@@ -45,7 +46,8 @@ class ColumnPool {
     const Matrix& matrix(std::size_t target) const { return matrices_[target]; }
     const Matrix& opposite(std::size_t target) const { return opposites_[target]; }
 
-    /// Columns of the background, on both strands, without those of the target that is left out, if there is one.
+    /// Columns of the background, on both strands, without those of the target that is left out, if there is one; of
+    /// its copies, one is left out.
     std::size_t columns(const std::size_t* leftOut) const;
 
     /// Counts the columns of the background by their distance from the given one, in steps, rounded down and at most
@@ -62,7 +64,7 @@ class ColumnPool {
 
   private:
     void appendStrand(const Matrix& strand, std::size_t padded);
-    void fillBackground();
+    void fillBackground(std::span<const std::uint32_t> copies);
 
     std::vector<Matrix> matrices_, opposites_;
     std::size_t comparedTargets_ = 0;

@@ -26,20 +26,6 @@ struct BestAlignment {
     double similarity;  ///< once it was looked at closely
 };
 
-struct Facing {
-    int first;  ///< column of the query
-    int columns;
-};
-
-Facing facingAt(int shift, std::size_t queryColumns, std::size_t targetColumns) {
-    const int first = std::max(0, -shift);
-    return {first, std::min(static_cast<int>(queryColumns), static_cast<int>(targetColumns) - shift) - first};
-}
-
-double distanceOf(double similarity, int columns) {
-    return basesPerColumn * columns * (1.0 - similarity);
-}
-
 /// What one thread needs to work out a query. It keeps its memory from query to query.
 class QueryWork {
   public:
@@ -47,14 +33,11 @@ class QueryWork {
 
     QueryResult work(const QueryRequest& request, std::size_t best) {
         QueryResult result;
-        request_ = &request;
-        leftOut_ = request.self ? &*request.self : nullptr;
+        start(request);
         const bool isSelfCompared = leftOut_ != nullptr && targets_.isCompared(*leftOut_);
         result.comparedTargets = targets_.comparedTargets() - (isSelfCompared ? 1 : 0);
         result.backgroundColumns = targets_.columns(leftOut_);
         result.listed.resize(request.listed.size());
-        query_ = usableMatrix(*request.query);
-        hasTables_ = query_.size() <= mostQueryColumns;
         if (result.comparedTargets == 0 || query_.size() < leastColumns) return result;
 
         fillPairs();
@@ -63,21 +46,43 @@ class QueryWork {
         return result;
     }
 
+    QueryMatches allMatches(const QueryRequest& request) {
+        start(request);
+        matches_.clear();
+        if (query_.size() < leastColumns) return {};
+        fillMatches();
+        if (!hasTables_ || targets_.longest() < query_.size()) return {matches_, 1.0};
+        return {matches_, bestOfAlignments(tables_.probability(0, query_.size(), 0.0),
+                                           alignmentsOf(query_.size(), query_.size()))};
+    }
+
     const std::vector<double>& pValues() const { return pValues_; }
 
   private:
-    void fillPairs() {
+    void start(const QueryRequest& request) {
+        request_ = &request;
+        leftOut_ = request.self ? &*request.self : nullptr;
+        query_ = usableMatrix(*request.query);
+        hasTables_ = query_.size() <= mostQueryColumns;
+    }
+
+    void fillMatches() {
         if (hasTables_) makeTables();
         matches_.clear();
-        std::vector<double> compared;
-        const std::size_t count = targets_.targets();
-        pValues_.assign(count, 1.0);
-        qValues_.assign(count, 1.0);
-        for (std::size_t target = 0; target < count; ++target) {
+        for (std::size_t target = 0; target < targets_.targets(); ++target) {
             if (!targets_.isCompared(target) || (leftOut_ != nullptr && *leftOut_ == target)) continue;
             matches_.push_back(matchOf(target, bestAlignment(target)));
-            pValues_[target] = matches_.back().pair.pValue;
-            compared.push_back(matches_.back().pair.pValue);
+        }
+    }
+
+    void fillPairs() {
+        fillMatches();
+        pValues_.assign(targets_.targets(), 1.0);
+        qValues_.assign(targets_.targets(), 1.0);
+        std::vector<double> compared;
+        for (const SignificantMatch& match : matches_) {
+            pValues_[match.target] = match.pair.pValue;
+            compared.push_back(match.pair.pValue);
         }
         const std::vector<double> rates = falseDiscoveryRates(compared);
         for (std::size_t n = 0; n < matches_.size(); ++n) {
@@ -86,19 +91,9 @@ class QueryWork {
         }
     }
 
-    void fillShares(Background background, std::vector<DistanceShares>& shares) {
-        const int steps = stepsPerOne(query_.size());
-        shares.clear();
-        for (const Column& column : query_) {
-            counts_.assign(2 * static_cast<std::size_t>(steps) + 1, 0);
-            targets_.countDistances(column, background, leftOut_, steps, counts_, steps_);
-            shares.push_back(sharesOf(counts_));
-        }
-    }
-
     void makeTables() {
         const std::size_t columns = query_.size();
-        fillShares(Background::bothStrands, shares_);
+        shares_ = distanceSharesOf(query_, targets_, Background::bothStrands, leftOut_, steps_);
         tables_.start(shares_, stepsPerOne(columns), steps_);
         for (std::size_t first = 0; first + leastColumns <= columns; ++first) {
             tables_.addWindows(first, std::min(columns - first, targets_.longest()), leastColumns, anyDistance);
@@ -265,7 +260,7 @@ class QueryWork {
             window.distance = std::max(window.distance, distanceOf(listed.similarity, facing.columns));
         }
         if (needed.empty()) return;
-        fillShares(Background::onePairSwapped, listedShares_);
+        listedShares_ = distanceSharesOf(query_, targets_, Background::onePairSwapped, leftOut_, steps_);
         listedTables_.start(listedShares_, stepsPerOne(query_.size()), steps_);
         for (const auto& [first, window] : needed) {
             listedTables_.addWindows(static_cast<std::size_t>(first), static_cast<std::size_t>(window.columns),
@@ -279,7 +274,6 @@ class QueryWork {
     const std::size_t* leftOut_ = nullptr;
     bool hasTables_ = false;
     Matrix query_;
-    std::vector<std::uint32_t> counts_;
     std::vector<DistanceShares> shares_, listedShares_;
     WindowTables tables_, listedTables_;
     std::size_t rowCount_ = 0;
@@ -291,6 +285,28 @@ class QueryWork {
 };
 
 }  // namespace
+
+Facing facingAt(int shift, std::size_t queryColumns, std::size_t targetColumns) {
+    const int first = std::max(0, -shift);
+    return {first, std::min(static_cast<int>(queryColumns), static_cast<int>(targetColumns) - shift) - first};
+}
+
+double distanceOf(double similarity, int columns) {
+    return basesPerColumn * columns * (1.0 - similarity);
+}
+
+std::vector<DistanceShares> distanceSharesOf(const Matrix& query, const ColumnPool& targets, Background background,
+                                             const std::size_t* leftOut, const VectorSteps& steps) {
+    const int fineness = stepsPerOne(query.size());
+    std::vector<DistanceShares> shares;
+    std::vector<std::uint32_t> counts;
+    for (const Column& column : query) {
+        counts.assign(2 * static_cast<std::size_t>(fineness) + 1, 0);
+        targets.countDistances(column, background, leftOut, fineness, counts, steps);
+        shares.push_back(sharesOf(counts));
+    }
+    return shares;
+}
 
 int stepsPerOne(std::size_t queryColumns) {
     constexpr std::array<std::pair<std::size_t, int>, 4> fineness = {{{12, 128}, {16, 96}, {24, 64}, {40, 32}}};
@@ -355,6 +371,21 @@ std::vector<QueryResult> significanceOf(std::span<const QueryRequest> requests, 
         }
     }
     return results;
+}
+
+void visitMatches(std::span<const QueryRequest> requests, const ColumnPool& targets,
+                  const std::function<void(std::size_t request, const QueryMatches& found)>& visit) {
+    const VectorSteps steps = vectorSteps();
+    const auto count = static_cast<std::ptrdiff_t>(requests.size());
+#pragma omp parallel
+    {
+        QueryWork work(targets, steps);
+#pragma omp for schedule(dynamic, 1)
+        for (std::ptrdiff_t n = 0; n < count; ++n) {
+            const auto place = static_cast<std::size_t>(n);
+            visit(place, work.allMatches(requests[place]));
+        }
+    }
 }
 
 std::vector<double> pairProbabilities(const QueryRequest& request, const ColumnPool& targets) {

@@ -2,11 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
 
 #include "job/significance/column_pool.h"
+#include "job/significance/window_tables.h"
 #include "run/scored_shift.h"
 #include "run/shared_records.h"
 
@@ -65,11 +67,32 @@ struct QueryResult {
     std::size_t backgroundColumns = 0;
 };
 
+/// All targets of a query that were compared with it.
+struct QueryMatches {
+    std::span<const SignificantMatch> matches;  ///< in the order of the targets
+    double equalTarget = 1.0;                   ///< the p-value that a target has which equals the query
+};
+
 /// Queries longer than this get no p-values: theirs are 1.
 inline constexpr std::size_t mostQueryColumns = 100;
 
 /// The fineness of the distances for a query of so many columns: how many steps a distance of 1 has.
 int stepsPerOne(std::size_t queryColumns);
+
+/// How the distances of each column of the query from those of the background are spread.
+std::vector<DistanceShares> distanceSharesOf(const Matrix& query, const ColumnPool& targets, Background background,
+                                             const std::size_t* leftOut, const VectorSteps& steps);
+
+/// The columns of the query that have a partner at a shift.
+struct Facing {
+    int first;
+    int columns;
+};
+
+Facing facingAt(int shift, std::size_t queryColumns, std::size_t targetColumns);
+
+/// The sum of the distances of so many columns, from their mean similarity.
+double distanceOf(double similarity, int columns);
 
 /// The number of alignments of two motifs that are at least four columns long.
 constexpr double alignmentsOf(std::size_t queryColumns, std::size_t targetColumns) {
@@ -90,6 +113,11 @@ double meanSimilarity(const Matrix& query, const Matrix& target, int shift);
 /// @param best how many matches to list for each query
 std::vector<QueryResult> significanceOf(std::span<const QueryRequest> requests, const ColumnPool& targets,
                                         std::size_t best, KernelCode code = fastestKernelCode());
+
+/// Works out the requests, of which only `query` and `self` count, and hands over all matches of each query. `visit`
+/// is called by the threads that work them out, in no order.
+void visitMatches(std::span<const QueryRequest> requests, const ColumnPool& targets,
+                  const std::function<void(std::size_t request, const QueryMatches& found)>& visit);
 
 /// The p-values of a query and all targets; of one that is not compared, 1.
 std::vector<double> pairProbabilities(const QueryRequest& request, const ColumnPool& targets);

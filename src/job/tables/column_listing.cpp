@@ -1,5 +1,6 @@
 #include "job/tables/column_listing.h"
 
+#include "job/families/family_tables.h"
 #include "job/tables/combined_motifs.h"
 #include "job/tables/matches_table.h"
 #include "job/tables/motifs_table.h"
@@ -25,10 +26,9 @@ std::string cellText(const std::string& text) {
 }  // namespace
 
 std::vector<DescribedTable> describedTables() {
-    return {{"matches.tsv", notesOf(matchColumns())},
-            {"motifs.tsv", notesOf(motifColumns())},
-            {"skipped.tsv", notesOf(skippedColumns())},
-            {"combined_motifs.tsv", notesOf(combinedColumns())}};
+    return {{"matches.tsv", notesOf(matchColumns())},   {"motifs.tsv", notesOf(motifColumns())},
+            {"skipped.tsv", notesOf(skippedColumns())}, {"combined_motifs.tsv", notesOf(combinedColumns())},
+            {"families.tsv", notesOf(familyColumns())}, {"family_members.tsv", notesOf(familyMemberColumns())}};
 }
 
 std::string describedColumns(const DescribedTable& table) {

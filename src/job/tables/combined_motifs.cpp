@@ -173,20 +173,27 @@ std::string combinedTsv(const JobResults& results, std::span<const MergedList> l
     return text;
 }
 
+DownloadedMotif motifOfShares(const std::string& id, const std::string& name, const Matrix& matrix) {
+    DownloadedMotif motif;
+    motif.id = id;
+    motif.name = name;
+    motif.siteCount = assumedSites;
+    for (const Column& column : matrix) {
+        NumberColumn& numbers = motif.columns.emplace_back();
+        std::transform(column.begin(), column.end(), numbers.begin(), decimalText);
+    }
+    return motif;
+}
+
 std::vector<DownloadedMotif> combinedMotifs(const JobResults& results, std::span<const MergedList> lists) {
     std::vector<DownloadedMotif> motifs;
     for (const MergedList& list : lists) {
         for (std::size_t place = 0; place < list.merged.size(); ++place) {
             const std::span<const combinedMatrices> steps = mergedSteps(list.merged[place]);
             if (steps.empty()) continue;
-            DownloadedMotif& motif = motifs.emplace_back();
-            motif.id = combinedId(list.kind, static_cast<int>(place) + 1);
-            motif.name = namesOfInput(results, motifOf(results.motifs, list.groups[place].front().matrixID1)).id;
-            motif.siteCount = assumedSites;
-            for (const Column& column : steps.back().combinedMatrix) {
-                NumberColumn& numbers = motif.columns.emplace_back();
-                std::transform(column.begin(), column.end(), numbers.begin(), decimalText);
-            }
+            const data& owner = motifOf(results.motifs, list.groups[place].front().matrixID1);
+            motifs.push_back(motifOfShares(combinedId(list.kind, static_cast<int>(place) + 1),
+                                           std::string(namesOfInput(results, owner).id), steps.back().combinedMatrix));
         }
     }
     return motifs;

@@ -55,6 +55,9 @@ std::span<const TableColumn<CombinedRow>> combinedColumns();
 /// All members of all groups.
 std::string combinedTsv(const JobResults& results, std::span<const MergedList> lists);
 
+/// A motif of shares as the motif files hold it. Values that are no numbers become 0.
+DownloadedMotif motifOfShares(const std::string& id, const std::string& name, const Matrix& matrix);
+
 /// The combined motif of each group that has one, in the order of the groups. The id is the one of the table, and the
 /// name that of the motif that the group belongs to.
 std::vector<DownloadedMotif> combinedMotifs(const JobResults& results, std::span<const MergedList> lists);

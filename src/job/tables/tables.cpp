@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "job/downloads/motif_writers.h"
+#include "job/families/family_tables.h"
 #include "job/tables/matches_table.h"
 #include "job/tables/motifs_table.h"
 #include "job/tables/tree_files.h"
@@ -55,14 +56,25 @@ std::string joined(const std::vector<DownloadedMotif>& motifs, std::string (*tex
         [&](std::string text, const DownloadedMotif& motif) { return std::move(text) + textOf(motif); });
 }
 
+/// In each of the layouts.
+void writeMotifs(const std::string& stem, const std::vector<DownloadedMotif>& motifs) {
+    writeText(stem + ".meme", memeText(motifs));
+    writeText(stem + ".jaspar", joined(motifs, [](const DownloadedMotif& motif) { return jasparText(motif); }));
+    writeText(stem + ".transfac", joined(motifs, [](const DownloadedMotif& motif) { return transfacText(motif); }));
+}
+
 void writeCombined(const JobResults& results, const std::string& folder) {
     const std::vector<MergedList> lists = leftMerged();
     const std::string stem = folder + "combined_motifs";
     writeText(stem + ".tsv", combinedTsv(results, lists));
-    const std::vector<DownloadedMotif> motifs = combinedMotifs(results, lists);
-    writeText(stem + ".meme", memeText(motifs));
-    writeText(stem + ".jaspar", joined(motifs, [](const DownloadedMotif& motif) { return jasparText(motif); }));
-    writeText(stem + ".transfac", joined(motifs, [](const DownloadedMotif& motif) { return transfacText(motif); }));
+    writeMotifs(stem, combinedMotifs(results, lists));
+}
+
+void writeFamilies(const JobResults& results, const Families& families, const std::string& folder) {
+    writeText(folder + "families.tsv", familiesTsv(families, results));
+    writeText(folder + "family_members.tsv", familyMembersTsv(families, results));
+    writeMotifs(folder + "family_motifs", familyMotifs(families, results));
+    writeText(folder + "tree.nwk", familyTree(families, results));
 }
 
 /// The files of a tree, with a picture where the tree stage draws none.
@@ -81,6 +93,10 @@ std::vector<MergedList> leftMerged() {
     return {{ListKind::topGlobal, topGlobalMatchingResults, mergedMotifGlobalMatching},
             {ListKind::significant, topGlobalAndLocalMatchingResults, mergedMotifGlobalAndLocalMatching},
             {ListKind::eachMotif, topBestMatchesResults, mergedMotifBestMatches}};
+}
+
+std::string listTreeStem(const TableSettings& settings) {
+    return settings.folder + (settings.families == nullptr ? "tree" : "tree_matching");
 }
 
 JobSignificance leftSignificance(const JobSources& sources) {
@@ -102,10 +118,14 @@ std::vector<std::string> writeTables(const JobSources& sources, const JobSignifi
     writeText(settings.folder + "motifs.tsv", motifsTsv(results));
     writeText(settings.folder + "skipped.tsv", skippedTsv(skipped));
     if (combinedMotifFlag == "Y") writeCombined(results, settings.folder);
+    if (settings.families != nullptr) writeFamilies(results, *settings.families, settings.folder);
     std::vector<TreePaths> trees;
-    if (isLocalTreeDrawn()) trees.push_back(pathsOf(listTree, settings.folder + "tree"));
+    if (isLocalTreeDrawn()) trees.push_back(pathsOf(listTree, listTreeStem(settings)));
     if (isGlobalTreeDrawn()) trees.push_back(pathsOf(globalTree, settings.folder + "tree_global"));
     std::vector<std::string> notes = writeTrees(settings.treeScript, trees);
+    if (settings.families != nullptr) {
+        notes.insert(notes.end(), settings.families->notes.begin(), settings.families->notes.end());
+    }
     stageTimes.push_back({"tables", omp_get_wtime() - begin});
     return notes;
 }

@@ -22,14 +22,20 @@ JobSignificance leftSignificance(const JobSources& sources);
 /// The groups of each list and what was merged of them; none if the job does not merge.
 std::vector<MergedList> leftMerged();
 
+struct Families;
+
 struct TableSettings {
-    std::string folder;      ///< the job folder, where everything goes; with a slash at its end
-    std::string treeScript;  ///< path of tools/tree_newick.R
-    double mostQ = 1.0;      ///< the tables leave out matches with a higher q-value
+    std::string folder;                  ///< the job folder, where everything goes; with a slash at its end
+    std::string treeScript;              ///< path of tools/tree_newick.R
+    double mostQ = 1.0;                  ///< the tables leave out matches with a higher q-value
+    const Families* families = nullptr;  ///< if the job has them
 };
 
-/// Writes the tables, the combined motifs and the trees. Ends the run if a file cannot be written; a tree that R cannot
-/// make is only noted. Adds an entry to stageTimes.
+/// Where the tree of all matching goes, without extension: tree.nwk is that of the families where there are any.
+std::string listTreeStem(const TableSettings& settings);
+
+/// Writes the tables, the combined motifs, the families and the trees. Ends the run if a file cannot be written; a tree
+/// that R cannot make is only noted. Adds an entry to stageTimes.
 /// @return what the user should know, as sentences
 std::vector<std::string> writeTables(const JobSources& sources, const JobSignificance& significance,
                                      const std::vector<SkippedMotif>& skipped, const TableSettings& settings);
