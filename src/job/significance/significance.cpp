@@ -49,7 +49,7 @@ class QueryWork {
     QueryMatches allMatches(const QueryRequest& request) {
         start(request);
         matches_.clear();
-        if (query_.size() < leastColumns) return {};
+        if (query_.size() < leastColumns || targets_.columns(leftOut_) == 0) return {};
         fillMatches();
         if (!hasTables_ || targets_.longest() < query_.size()) return {matches_, 1.0};
         return {matches_, bestOfAlignments(tables_.probability(0, query_.size(), 0.0),
