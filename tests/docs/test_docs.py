@@ -11,8 +11,8 @@ import unittest
 PROJECT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
 PROGRAM = os.path.abspath(os.environ["VARNOLIX_PROGRAM"])
 DOCUMENTS = ("README.md", "ARCHITECTURE.md", "CONTRIBUTING.md", "CHANGELOG.md", "docs/manual.md", "docs/varnolix-job.md",
-             "docs/downloads.md", "docs/page.md", "docs/tables.md", "docs/many.md", "docs/scale.md",
-             "docs/performance.md", "tools/README.md", "databases/README.md")
+             "docs/downloads.md", "docs/page.md", "docs/tables.md", "docs/families.md", "docs/many.md",
+             "docs/scale.md", "docs/performance.md", "tools/README.md", "databases/README.md")
 FOLDERS = ("src", "scripts", "tests", "tools", "databases", "examples", "bench", "fuzz", "docs", ".ci")
 LIMIT = 20          # seconds of one run: at the end of its input the dialogue repeats for ever
 

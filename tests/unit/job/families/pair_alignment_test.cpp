@@ -101,7 +101,8 @@ TEST(PairAlignmentTest, TheNormalDistributionIsNearTheTables) {
     for (double distance = 1.0; distance < 120.0; distance += 1.0) {
         const double exact = tables.chance(20, 60, distance);
         if (exact < 0.01 || exact > 0.9) continue;
-        EXPECT_NEAR(normal.chance(20, 60, distance) / exact, 1.0, 0.35) << distance << " " << exact;
+        // The tables round distances down to steps of 1/16, by half a step in the mean.
+        EXPECT_NEAR(normal.chance(20, 60, distance + 60.0 / 32) / exact, 1.0, 0.25) << distance << " " << exact;
         ++compared;
     }
     EXPECT_GT(compared, 5);
