@@ -140,7 +140,7 @@ PairTable pairTableOf(const std::vector<data>& motifs) {
     const job::ColumnPool pool(motifs);
     std::vector<job::QueryRequest> requests(count);
     for (std::size_t n = 0; n < count; ++n) requests[n] = {&motifs[n].matrix, n, {}};
-    job::visitMatches(requests, pool, [&](std::size_t query, const job::QueryMatches& found) {
+    job::significanceOf(requests, pool, 0, fastestKernelCode(), [&](std::size_t query, const job::QueryMatches& found) {
         table.equal[query] = found.equalTarget;
         for (const job::SignificantMatch& match : found.matches) {
             table.pValues[query * count + match.target] = match.pair.pValue;

@@ -3,42 +3,17 @@
 #include <omp.h>
 
 #include <algorithm>
-#include <atomic>
-#include <map>
 #include <numeric>
 #include <optional>
 #include <utility>
 
-#include "input/input_block.h"
 #include "job/families/pair_alignment.h"
 #include "job/families/placement.h"
-#include "job/job_error.h"
 #include "job/significance/significance.h"
-#include "run/system/memory_limits.h"
 
 namespace varnolix::job {
 
 namespace {
-
-/// Equal motifs, as usableMatrix() makes them, by their places; the first stands for all.
-struct EqualMotifs {
-    std::vector<std::size_t> motifs;  // ascending
-    std::vector<bool> isOpposite;     // whether it equals the first one's other strand, and not its own
-};
-
-std::vector<EqualMotifs> equalMotifs(std::span<const Matrix> motifs) {
-    std::map<Matrix, std::size_t> groups;
-    std::vector<EqualMotifs> equal;
-    for (std::size_t place = 0; place < motifs.size(); ++place) {
-        const Matrix& matrix = motifs[place];
-        const auto [found, isNew] = groups.try_emplace(std::min(matrix, oppositeStrand(matrix)), equal.size());
-        if (isNew) equal.emplace_back();
-        EqualMotifs& group = equal[found->second];
-        group.isOpposite.push_back(!isNew && matrix != motifs[group.motifs.front()]);
-        group.motifs.push_back(place);
-    }
-    return equal;
-}
 
 /// The tree of all motifs from that of the different ones. Equal motifs are joined first, at height 0, neighbours with
 /// neighbours: a tree of so many leaves is as low as can be.
@@ -250,67 +225,23 @@ std::string familyName(std::size_t place) {
     return "family_" + std::to_string(place + 1);
 }
 
-std::vector<double> familyDistances(std::span<const data> motifs, const ColumnPool& pool) {
-    std::vector<double> distances(pairsOf(motifs.size()), 0.0);
-    std::vector<QueryRequest> requests;
-    std::vector<std::size_t> queries;
-    std::vector<std::size_t> longs;
-    for (std::size_t n = 0; n < motifs.size(); ++n) {
-        if (!pool.isCompared(n)) continue;
-        if (motifs[n].matrix.size() > mostQueryColumns) {
-            longs.push_back(n);
-            continue;
-        }
-        requests.push_back({&motifs[n].matrix, n, {}});
-        queries.push_back(n);
-    }
-    // Either motif of a pair adds its part to 0, and two numbers have one sum, whichever comes first.
-    const auto add = [&](std::size_t query, std::size_t target, double pValue) {
-        std::atomic_ref(distances[pairCell(query, target)]).fetch_add(distancePart(pValue));
-    };
-    visitMatches(requests, pool, [&](std::size_t request, const QueryMatches& found) {
-        for (const SignificantMatch& match : found.matches) add(queries[request], match.target, match.pair.pValue);
-    });
-    const auto count = static_cast<std::ptrdiff_t>(longs.size());
-#pragma omp parallel for schedule(dynamic, 1)
-    for (std::ptrdiff_t n = 0; n < count; ++n) {
-        const std::size_t query = longs[static_cast<std::size_t>(n)];
-        const std::vector<double> pValues = longQueryProbabilities({motifs[query].matrix, pool, &query}, pool, query);
-        for (std::size_t target = 0; target < motifs.size(); ++target) {
-            if (target != query && pool.isCompared(target)) add(query, target, pValues[target]);
-        }
-    }
-    // What is compared with nothing is at the greatest distance.
-    for (std::size_t n = 0; n < motifs.size(); ++n) {
-        if (pool.isCompared(n)) continue;
-        for (std::size_t other = 0; other < motifs.size(); ++other) {
-            if (other != n) distances[pairCell(n, other)] = 1.0;
-        }
-    }
-    return distances;
+Families familiesOf(std::span<const data> motifs, const FamilySettings& settings) {
+    FamilyDistances distances(motifs);
+    distances.takeAll();
+    return familiesOf(motifs, distances, settings);
 }
 
-Families familiesOf(std::span<const data> motifs, const FamilySettings& settings) {
-    std::vector<Matrix> matrices;
-    for (const data& motif : motifs) matrices.push_back(usableMatrix(motif.matrix));
-    const std::vector<EqualMotifs> equal = equalMotifs(matrices);
-    std::vector<data> different;
-    std::vector<std::uint32_t> copies;
-    std::vector<std::size_t> sizes;
-    for (const EqualMotifs& group : equal) {
-        different.push_back({});
-        different.back().matrix = matrices[group.motifs.front()];
-        copies.push_back(static_cast<std::uint32_t>(group.motifs.size()));
-        sizes.push_back(group.motifs.size());
-    }
-    requireMemoryForFamilies(different.size());
-    const ColumnPool pool(different, copies);
-    std::vector<double> distances = familyDistances(different, pool);
+Families familiesOf(std::span<const data> motifs, FamilyDistances& given, const FamilySettings& settings) {
+    const std::vector<EqualMotifs>& equal = given.equal();
+    const std::vector<data>& different = given.different();
+    const ColumnPool& pool = given.pool();
+    std::vector<double> distances = given.finished();
+    const std::vector<std::size_t> sizes(given.copies().begin(), given.copies().end());
     const std::vector<TreeMerge> merges = treeOf(distances, sizes, settings.linkage);
     std::vector<double>().swap(distances);
 
     std::vector<CommonMotif> common;
-    for (FamilyPlacement::Node& node : FamilyPlacement(different, copies, pool, merges, settings).place()) {
+    for (FamilyPlacement::Node& node : FamilyPlacement(different, given.copies(), pool, merges, settings).place()) {
         common.push_back(commonMotifOf(std::move(node), settings.flanks));
     }
     measureDistances(common, different, pool);
@@ -333,36 +264,11 @@ Families familiesOf(std::span<const data> motifs, const FamilySettings& settings
     return result;
 }
 
-Families familiesOf(const JobSources& sources, const FamilySettings& settings) {
-    (void)sources;
+Families leftFamilies(FamilyDistances& distances, const FamilySettings& settings) {
     const double begin = omp_get_wtime();
-    Families families = familiesOf(std::span<const data>(Datasets), settings);
+    Families families = familiesOf(Datasets, distances, settings);
     stageTimes.push_back({"families", omp_get_wtime() - begin});
     return families;
-}
-
-std::size_t differentMotifs(const JobSources& sources) {
-    std::vector<Matrix> matrices;
-    for (const JobMotif& motif : sources.motifs) {
-        Matrix& matrix = matrices.emplace_back();
-        for (const NumberColumn& column : motif.motif.columns) {
-            Column values{};
-            std::ranges::transform(column, values.begin(), parseNumber);
-            matrix.push_back(frequencies(values));
-        }
-        matrix = usableMatrix(matrix);
-    }
-    return equalMotifs(matrices).size();
-}
-
-void requireMemoryForFamilies(std::size_t motifs) {
-    const std::size_t needed = pairsOf(motifs) * sizeof(double);
-    const std::size_t left = memoryLeft();
-    if (needed <= left) return;
-    constexpr std::size_t megabyte = 1000000;
-    throw JobError("the distances of " + std::to_string(motifs) + " different motifs take " +
-                   std::to_string(needed / megabyte + 1) + " MB for the families, and only " +
-                   std::to_string(left / megabyte) + " MB of memory are left");
 }
 
 }  // namespace varnolix::job

@@ -5,9 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "job/families/family_distances.h"
 #include "job/families/linkage.h"
-#include "job/job_motif.h"
-#include "job/significance/column_pool.h"
 #include "run/shared_records.h"
 
 // The families of the motifs of a job, and one common motif for each: the distances of all pairs (pair_alignment.h),
@@ -49,19 +48,13 @@ struct Families {
 /// The name of a family, by its 0-based place: family_1, family_2 ...
 std::string familyName(std::size_t place);
 
-/// The distances of all pairs of the pool's targets, in the order of pairCell().
-std::vector<double> familyDistances(std::span<const data> motifs, const ColumnPool& pool);
-
 /// The families of these motifs, at least one; the results do not depend on the number of threads.
 Families familiesOf(std::span<const data> motifs, const FamilySettings& settings);
 
-/// Those of the motifs that runJob() left, in the order of sources.motifs. Adds an entry to stageTimes.
-Families familiesOf(const JobSources& sources, const FamilySettings& settings);
+/// The same of distances that have been given all p-values of these motifs. They are used up.
+Families familiesOf(std::span<const data> motifs, FamilyDistances& given, const FamilySettings& settings);
 
-/// Throws JobError if the distances of so many motifs, of which no two are equal, do not fit the memory that is left.
-void requireMemoryForFamilies(std::size_t motifs);
-
-/// How many motifs differ from all before them, on both strands.
-std::size_t differentMotifs(const JobSources& sources);
+/// The families of the motifs that runJob() left, in the order of JobSources::motifs. Adds an entry to stageTimes.
+Families leftFamilies(FamilyDistances& distances, const FamilySettings& settings);
 
 }  // namespace varnolix::job

@@ -139,10 +139,14 @@ int runCommand(const RunOptions& options) {
         runJob();
         requireSame(Datasets.size(), sources.motifs.size(), "motif files");
         if (!sources.collection.empty()) requireSame(DatabaseDatasets.size(), sources.references.size(), "collection");
-        significance = leftSignificance(sources);
         if (options.findsFamilies) {
-            families = familiesOf(sources, options.families);
+            FamilyDistances distances(Datasets);
+            significance = leftSignificance(
+                sources, [&](std::size_t query, const QueryMatches& found) { distances.take(query, found); });
+            families = leftFamilies(distances, options.families);
             tables.families = &families;
+        } else {
+            significance = leftSignificance(sources);
         }
         notes = writeTables(sources, significance, read.skipped, tables);
     }

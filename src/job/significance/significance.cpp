@@ -33,11 +33,15 @@ class QueryWork {
 
     QueryResult work(const QueryRequest& request, std::size_t best) {
         QueryResult result;
-        start(request);
+        request_ = &request;
+        leftOut_ = request.self ? &*request.self : nullptr;
         const bool isSelfCompared = leftOut_ != nullptr && targets_.isCompared(*leftOut_);
         result.comparedTargets = targets_.comparedTargets() - (isSelfCompared ? 1 : 0);
         result.backgroundColumns = targets_.columns(leftOut_);
         result.listed.resize(request.listed.size());
+        query_ = usableMatrix(*request.query);
+        hasTables_ = query_.size() <= mostQueryColumns;
+        matches_.clear();
         if (result.comparedTargets == 0 || query_.size() < leastColumns) return result;
 
         fillPairs();
@@ -46,12 +50,9 @@ class QueryWork {
         return result;
     }
 
-    QueryMatches allMatches(const QueryRequest& request) {
-        start(request);
-        matches_.clear();
-        if (query_.size() < leastColumns || targets_.columns(leftOut_) == 0) return {};
-        fillMatches();
-        if (!hasTables_ || targets_.longest() < query_.size()) return {matches_, 1.0};
+    /// All matches of the query, once it was worked out; valid until the next one.
+    QueryMatches allMatches() const {
+        if (matches_.empty() || !hasTables_ || targets_.longest() < query_.size()) return {matches_, 1.0};
         return {matches_, bestOfAlignments(tables_.probability(0, query_.size(), 0.0),
                                            alignmentsOf(query_.size(), query_.size()))};
     }
@@ -59,30 +60,17 @@ class QueryWork {
     const std::vector<double>& pValues() const { return pValues_; }
 
   private:
-    void start(const QueryRequest& request) {
-        request_ = &request;
-        leftOut_ = request.self ? &*request.self : nullptr;
-        query_ = usableMatrix(*request.query);
-        hasTables_ = query_.size() <= mostQueryColumns;
-    }
-
-    void fillMatches() {
+    void fillPairs() {
         if (hasTables_) makeTables();
-        matches_.clear();
-        for (std::size_t target = 0; target < targets_.targets(); ++target) {
+        std::vector<double> compared;
+        const std::size_t count = targets_.targets();
+        pValues_.assign(count, 1.0);
+        qValues_.assign(count, 1.0);
+        for (std::size_t target = 0; target < count; ++target) {
             if (!targets_.isCompared(target) || (leftOut_ != nullptr && *leftOut_ == target)) continue;
             matches_.push_back(matchOf(target, bestAlignment(target)));
-        }
-    }
-
-    void fillPairs() {
-        fillMatches();
-        pValues_.assign(targets_.targets(), 1.0);
-        qValues_.assign(targets_.targets(), 1.0);
-        std::vector<double> compared;
-        for (const SignificantMatch& match : matches_) {
-            pValues_[match.target] = match.pair.pValue;
-            compared.push_back(match.pair.pValue);
+            pValues_[target] = matches_.back().pair.pValue;
+            compared.push_back(matches_.back().pair.pValue);
         }
         const std::vector<double> rates = falseDiscoveryRates(compared);
         for (std::size_t n = 0; n < matches_.size(); ++n) {
@@ -357,7 +345,7 @@ double meanSimilarity(const Matrix& query, const Matrix& target, int shift) {
 }
 
 std::vector<QueryResult> significanceOf(std::span<const QueryRequest> requests, const ColumnPool& targets,
-                                        std::size_t best, KernelCode code) {
+                                        std::size_t best, KernelCode code, const MatchVisitor& visit) {
     std::vector<QueryResult> results(requests.size());
     const VectorSteps steps = vectorSteps(code);
     const auto count = static_cast<std::ptrdiff_t>(requests.size());
@@ -368,24 +356,10 @@ std::vector<QueryResult> significanceOf(std::span<const QueryRequest> requests, 
         for (std::ptrdiff_t n = 0; n < count; ++n) {
             const auto place = static_cast<std::size_t>(n);
             results[place] = work.work(requests[place], best);
+            if (visit) visit(place, work.allMatches());
         }
     }
     return results;
-}
-
-void visitMatches(std::span<const QueryRequest> requests, const ColumnPool& targets,
-                  const std::function<void(std::size_t request, const QueryMatches& found)>& visit) {
-    const VectorSteps steps = vectorSteps();
-    const auto count = static_cast<std::ptrdiff_t>(requests.size());
-#pragma omp parallel
-    {
-        QueryWork work(targets, steps);
-#pragma omp for schedule(dynamic, 1)
-        for (std::ptrdiff_t n = 0; n < count; ++n) {
-            const auto place = static_cast<std::size_t>(n);
-            visit(place, work.allMatches(requests[place]));
-        }
-    }
 }
 
 std::vector<double> pairProbabilities(const QueryRequest& request, const ColumnPool& targets) {

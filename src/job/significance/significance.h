@@ -69,7 +69,7 @@ struct QueryResult {
 
 /// All targets of a query that were compared with it.
 struct QueryMatches {
-    std::span<const SignificantMatch> matches;  ///< in the order of the targets
+    std::span<const SignificantMatch> matches;  ///< in no order
     double equalTarget = 1.0;                   ///< the p-value that a target has which equals the query
 };
 
@@ -109,15 +109,15 @@ std::vector<double> falseDiscoveryRates(std::span<const double> pValues);
 /// query faces column k + shift of the target. All values lie in [0, 1].
 double meanSimilarity(const Matrix& query, const Matrix& target, int shift);
 
+/// Takes all matches of a query; called by the threads that work them out, in no order.
+using MatchVisitor = std::function<void(std::size_t request, const QueryMatches& found)>;
+
 /// Works out the requests, shared out among the threads.
 /// @param best how many matches to list for each query
+/// @param visit is handed all matches of each query, unless it is empty
 std::vector<QueryResult> significanceOf(std::span<const QueryRequest> requests, const ColumnPool& targets,
-                                        std::size_t best, KernelCode code = fastestKernelCode());
-
-/// Works out the requests, of which only `query` and `self` count, and hands over all matches of each query. `visit`
-/// is called by the threads that work them out, in no order.
-void visitMatches(std::span<const QueryRequest> requests, const ColumnPool& targets,
-                  const std::function<void(std::size_t request, const QueryMatches& found)>& visit);
+                                        std::size_t best, KernelCode code = fastestKernelCode(),
+                                        const MatchVisitor& visit = {});
 
 /// The p-values of a query and all targets; of one that is not compared, 1.
 std::vector<double> pairProbabilities(const QueryRequest& request, const ColumnPool& targets);

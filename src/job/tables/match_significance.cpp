@@ -64,10 +64,11 @@ std::string noteOf(const Matrix& query, const QueryResult& result) {
     return note;
 }
 
-void compare(const JobResults& results, bool isCollection, std::size_t best, JobSignificance& significance) {
+void compare(const JobResults& results, bool isCollection, std::size_t best, const MatchVisitor& visit,
+             JobSignificance& significance) {
     const Comparison comparison = comparisonOf(results, isCollection);
     const ColumnPool targets(isCollection ? results.references : results.motifs);
-    std::vector<QueryResult> found = significanceOf(comparison.requests, targets, best);
+    std::vector<QueryResult> found = significanceOf(comparison.requests, targets, best, fastestKernelCode(), visit);
     for (std::size_t n = 0; n < found.size(); ++n) {
         for (std::size_t k = 0; k < comparison.places[n].size(); ++k) {
             const ListedPlace& place = comparison.places[n][k];
@@ -82,12 +83,12 @@ void compare(const JobResults& results, bool isCollection, std::size_t best, Job
 
 }  // namespace
 
-JobSignificance significanceOf(const JobResults& results, std::size_t best) {
+JobSignificance significanceOf(const JobResults& results, std::size_t best, const MatchVisitor& visit) {
     JobSignificance significance;
     for (const RankedList& list : results.lists) significance.listed.emplace_back(list.matches.size());
     significance.notes.resize(results.motifs.size());
-    compare(results, false, best, significance);
-    if (!results.references.empty()) compare(results, true, best, significance);
+    compare(results, false, best, visit, significance);
+    if (!results.references.empty()) compare(results, true, best, {}, significance);
     return significance;
 }
 

@@ -35,6 +35,7 @@ inline constexpr std::size_t fewBackgroundColumns = 200;
 
 /// Works out the p-values of all ranked matches and the lists by significance.
 /// @param best how many matches each of these lists has at most
-JobSignificance significanceOf(const JobResults& results, std::size_t best);
+/// @param visit is handed all matches of each input motif among the others, by their places
+JobSignificance significanceOf(const JobResults& results, std::size_t best, const MatchVisitor& visit = {});
 
 }  // namespace varnolix::job

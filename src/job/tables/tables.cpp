@@ -99,9 +99,10 @@ std::string listTreeStem(const TableSettings& settings) {
     return settings.folder + (settings.families == nullptr ? "tree" : "tree_matching");
 }
 
-JobSignificance leftSignificance(const JobSources& sources) {
+JobSignificance leftSignificance(const JobSources& sources, const MatchVisitor& visit) {
     const double begin = omp_get_wtime();
-    JobSignificance significance = significanceOf(leftResults(sources), static_cast<std::size_t>(numBestMatches));
+    JobSignificance significance =
+        significanceOf(leftResults(sources), static_cast<std::size_t>(numBestMatches), visit);
     stageTimes.push_back({"p-values", omp_get_wtime() - begin});
     return significance;
 }

@@ -17,7 +17,8 @@ namespace varnolix::job {
 JobResults leftResults(const JobSources& sources);
 
 /// The p-values of its matches, and its lists by significance. Adds an entry to stageTimes.
-JobSignificance leftSignificance(const JobSources& sources);
+/// @param visit as of significanceOf()
+JobSignificance leftSignificance(const JobSources& sources, const MatchVisitor& visit = {});
 
 /// The groups of each list and what was merged of them; none if the job does not merge.
 std::vector<MergedList> leftMerged();

@@ -9,6 +9,7 @@
 #include <set>
 
 #include "job/downloads/information.h"
+#include "job/families/pair_alignment.h"
 #include "job/job_error.h"
 #include "support/random_motifs.h"
 #include "support/run_fixture.h"
@@ -170,13 +171,11 @@ TEST_F(FamiliesTest, EqualMotifsAreOneInAllButTheirNumber) {
 
     // The table of all motifs, equal ones at distance 0, leads to the same families at the same heights.
     const ColumnPool pool(motifs);
-    std::vector<double> distances = familyDistances(motifs, pool);
+    std::vector<double> distances(pairsOf(motifs.size()));
     for (std::size_t one = 1; one < motifs.size(); ++one) {
         for (std::size_t other = 0; other < one; ++other) {
-            const Matrix& matrix = motifs[other].matrix;
-            if (motifs[one].matrix == matrix || motifs[one].matrix == oppositeStrand(matrix)) {
-                distances[pairCell(one, other)] = 0.0;
-            }
+            distances[pairCell(one, other)] =
+                alignmentOf({motifs[one].matrix, pool, &one}, {motifs[other].matrix, pool, &other}).distance;
         }
     }
     const std::vector<TreeMerge> ungrouped =
@@ -185,6 +184,20 @@ TEST_F(FamiliesTest, EqualMotifsAreOneInAllButTheirNumber) {
         // The columns of the other strand are convolved in another order, which p-values show in the tenth digit.
         EXPECT_NEAR(ungrouped[n].height, families.merges[n].height, 1e-8) << n;
     }
+}
+
+TEST_F(FamiliesTest, TakesThePValuesOfAnyCaller) {
+    // Those of all motifs, with equal ones among them, lead to the same as those of the different ones.
+    std::vector<data> motifs = relatedMotifs(4, 3, 3);
+    motifs.push_back(motifs[5]);
+    const Families expected = familiesOf(motifs, FamilySettings{});
+    FamilyDistances distances(motifs);
+    const ColumnPool pool(motifs);
+    std::vector<QueryRequest> requests(motifs.size());
+    for (std::size_t n = 0; n < motifs.size(); ++n) requests[n] = {&motifs[n].matrix, n, {}};
+    significanceOf(requests, pool, 3, fastestKernelCode(),
+                   [&](std::size_t query, const QueryMatches& found) { distances.take(query, found); });
+    expectEqual(expected, familiesOf(motifs, distances, FamilySettings{}));
 }
 
 TEST_F(FamiliesTest, ManyEqualMotifsCostLittle) {
