@@ -4,9 +4,11 @@ import json
 import os
 import random
 import re
+import resource
+import subprocess
 import unittest
 
-from companion import CompanionTest, read, reports, table, write
+from companion import COMPANION, LIMIT, CompanionTest, read, reports, table, write
 from test_tables import debian_python, jaspar, r, random_family
 
 TABLES = ("families.tsv", "family_members.tsv", "family_motifs.meme", "family_motifs.jaspar",
@@ -213,6 +215,20 @@ print(json.dumps(found))
         done = self.companion("run", "one.jaspar", "--families", "-o", "job")
         self.assertEqual(done.returncode, 1)
         self.assertIn(b"at least two motifs", done.stderr)
+
+    def test_too_little_memory_is_refused_before_anything_is_compared(self):
+        rng = random.Random(6)
+        rows = ("".join(f"{base} [ {' '.join(str(rng.randrange(90)) for _ in range(5))} ]\n" for base in "ACGT")
+                for _ in range(12000))
+        write(self.path("many.jaspar"), "".join(f">m{n}\n{text}" for n, text in enumerate(rows)))
+        limit = 500 * 1000 * 1000  # the table takes 576 MB
+        done = subprocess.run([COMPANION, "run", "many.jaspar", "--families", "-o", "job", "--threads", "1"],
+                              cwd=self.top, capture_output=True, timeout=LIMIT, check=False,
+                              preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (limit, limit)))
+        self.assertEqual(done.returncode, 1)
+        self.assertRegex(done.stderr.decode(), r"the distances of 12000 different motifs take 576 MB for the families, "
+                                               r"and only \d+ MB of memory are left")
+        self.assertFalse(os.path.exists(self.path("job")))
 
     def test_equal_flat_short_and_long_motifs(self):
         rng = random.Random(4)
