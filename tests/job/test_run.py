@@ -182,7 +182,7 @@ class Completion(CompanionTest):
         return done.stdout.decode().split("\n")[:-1]
 
     def test_commands_options_values_and_files(self):
-        self.assertEqual(self.complete(COMPANION, "co"), ["convert", "collections"])
+        self.assertEqual(self.complete(COMPANION, "co"), ["collect", "convert", "collections"])
         self.assertIn("--skip-bad", self.complete(COMPANION, "run", "--s"))
         self.assertEqual(self.complete(COMPANION, "run", "--format", "h"), ["html"])
         self.assertIn("jasparFungi", self.complete(COMPANION, "run", "--collection", "jasparF"))
