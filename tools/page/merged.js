@@ -16,49 +16,20 @@ function mergedForDownload(merged) {
   return {id: merged.id, name: merged.name, positions: mergedPositions(merged)};
 }
 
-// One line of the picture: a matrix whose first position stands in column `first` of the frame.
-function framedLogo(positions, frame, first, height, label) {
-  const columnWidth = 20;
-  return svgEl(
-      "svg", {
-        class: "logo",
-        role: "img",
-        "aria-label": label,
-        viewBox: `0 0 ${frame.columns * columnWidth} ${height + 1}`,
-        width: frame.columns * columnWidth,
-        height: height + 1,
-      },
-      frame.shaded && svgEl("rect", {
-        class: "overlap",
-        x: frame.shaded.first * columnWidth,
-        y: 0,
-        width: frame.shaded.columns * columnWidth,
-        height
-      }),
-      logoLetters(positions, columnWidth, height, first),
-      svgEl(
-          "path",
-          {class: "logo-line", d: `M ${first * columnWidth} ${height + 0.5} h ${positions.length * columnWidth}`}));
-}
-
 function mergedPicture(merged) {
-  const combined = mergedPositions(merged);
-  const members = merged.members.map((member) => ({...member, motif: motifByNumber.get(member.motif)}));
-  const first = Math.min(0, ...members.map((member) => member.offset));
-  const end = Math.max(combined.length, ...members.map((member) => member.offset + member.motif.positions.length));
-  const frame = {columns: end - first, shaded: {first: -first, columns: combined.length}};
-  const line = (name, note, picture) => [el("div", {class: "frame-name"}, name, el("small", {}, note)), picture];
-  return el(
-      "div", {class: "frame scroller", tabindex: "0", role: "region", "aria-label": `Members of ${merged.name}`},
-      line(
-          el("strong", {}, "merged"), counted(combined.length, "column"),
-          framedLogo(combined, frame, -first, 64, `Logo of the merged motif ${merged.name}`)),
-      members.map(
-          (member) => line(
-              motifLink(member.motif), member.strand,
-              framedLogo(
-                  member.motif.strand(member.strand), frame, member.offset - first, 38,
-                  logoLabel(member.motif, `, ${member.strand}`)))));
+  const members = merged.members.map((member) => {
+    const motif = motifByNumber.get(member.motif);
+    const words = `${strandSign(member.strand)} ${member.strand}`;
+    return {...member, motif, positions: motif.strand(member.strand), words};
+  });
+  return framedPicture(
+      {
+        name: merged.name,
+        words: "merged",
+        label: `Logo of the merged motif ${merged.name}`,
+        positions: mergedPositions(merged)
+      },
+      members);
 }
 
 function mergedCard(merged) {
@@ -67,7 +38,7 @@ function mergedCard(merged) {
       el("div", {class: "dialog-head"},
          el("h3", {}, merged.name, el("span", {class: "second"}, ` ${listName(merged.list)}`)),
          el("div", {class: "buttons"}, downloadButtons(merged.id, () => [mergedForDownload(merged)]))),
-      whenNear(el("div", {class: "plate tall"}), (plate) => plate.append(mergedPicture(merged))),
+      framedPlate(merged.members.length, () => mergedPicture(merged)),
       el("p", {class: "muted small"}, `${counted(merged.members.length, "member")}. `,
          merged.left_out > 0 &&
              `${counted(merged.left_out, "match", "matches")} of the group did not fit and ${
