@@ -4,92 +4,25 @@ import json
 import os
 import re
 import subprocess
-import tempfile
-import shutil
 import unittest
 
-TEXT_ONLY = os.environ.get("VARNOLIX_TEXT_ONLY")
+from page_test import TEXT_ONLY, EveryPage, PageTest, skip_text_only
+
 if not TEXT_ONLY:
     from selenium.webdriver.common.action_chains import ActionChains
     from selenium.webdriver.common.by import By
     from selenium.webdriver.common.keys import Keys
 
-    from browser import FIREFOX, Chromium, Firefox, wait_for
-    from page_job import COLLECTION, HOSTILE, SAMPLES, Job, hostile_file, random_file
+    from browser import FIREFOX, Firefox, wait_for
+    from page_job import COLLECTION, HOSTILE, SAMPLES, hostile_file, random_file
 
-SIZES = ((390, 844), (1280, 900), (1920, 1080))
-LEAST_CONTRAST = 4.5
 MOST_BYTES = 10_000_000                 # of a page with 500 motifs, with 10 matches each in every list
 MOST_SECONDS = 2                        # until it is open
 
-
-def setUpModule():
-    if TEXT_ONLY:
-        raise unittest.SkipTest("VARNOLIX_TEXT_ONLY is set")
+setUpModule = skip_text_only  # pylint: disable=invalid-name
 
 
-class PageTest(unittest.TestCase):
-    """A browser with the page of one job, which each test opens anew."""
-
-    arguments = ()
-    files = {}
-    env = None
-
-    @classmethod
-    def setUpClass(cls):
-        cls.job = Job(*cls.arguments, files=cls.files, env=cls.env)
-        cls.addClassCleanup(cls.job.remove)
-        downloads = tempfile.mkdtemp(prefix="varnolix-downloads-")
-        cls.addClassCleanup(shutil.rmtree, downloads)
-        cls.browser = Chromium(downloads)
-        cls.addClassCleanup(cls.browser.quit)
-
-    def setUp(self):
-        self.browser.resize(1280, 900)
-        self.open()
-
-    def tearDown(self):
-        self.assertEqual([entry["message"] for entry in self.browser.get_log("browser")], [])
-        for address in self.browser.requests():
-            self.assertRegex(address.partition("#")[0],
-                             rf"^(file://{re.escape(self.job.folder)}/(index|more)\.html|about:blank|data:.*|blob:.*)$")
-
-    def open(self, hash_=""):
-        """Loads the page afresh."""
-        self.browser.get("about:blank")
-        self.browser.get(self.job.address + hash_)
-        self.assertEqual(self.js("return document.documentElement.dataset.ready"), "yes")
-
-    def js(self, script, *arguments):
-        return self.browser.execute_script(script, *arguments)
-
-    def one(self, selector):
-        return self.browser.find_element(By.CSS_SELECTOR, selector)
-
-    def click(self, selector):
-        element = self.one(selector)
-        self.js("arguments[0].scrollIntoView({block: 'center', behavior: 'instant'})", element)
-        element.click()
-
-    def fill(self, selector, text):
-        """Types into a field, or chooses from a list, and waits until the filter has worked."""
-        self.js("const [field, text] = arguments; field.value = text;"
-                "field.dispatchEvent(new Event('input', {bubbles: true}))", self.one(selector), text)
-        self.js("return new Promise((done) => setTimeout(done, 250))")
-
-    def shown(self):
-        """The rows of the data that the table shows, as it has sorted them."""
-        return self.js("return [...document.querySelectorAll('#match-table tr[data-row]')].map((r) => +r.dataset.row)")
-
-    def all_shown(self):
-        return self.js("return matchView.rows()")
-
-    def matching(self, condition):
-        """The places of those rows of matches.tsv for which the condition holds."""
-        return [place for place, row in enumerate(self.job.table("matches.tsv")) if condition(row)]
-
-
-class WholeJob(PageTest):
+class WholeJob(EveryPage, PageTest):
     """A job with everything: two data sets, a collection, merged motifs and trees."""
 
     arguments = ("--top=3", "--best=2", "--cutoff=0.75", "--merge", "--tree",
@@ -386,12 +319,6 @@ class WholeJob(PageTest):
         self.assertTrue(self.one("#match-table caption"))
         self.assertTrue(self.js(
             "return [...document.querySelectorAll('#match-table th')].every((head) => head.scope === 'col')"))
-        unnamed = self.js("""return [...document.querySelectorAll('input, select, button')].filter((field) =>
-            !field.labels?.length && !field.innerText.trim() && !field.getAttribute('aria-label'))
-            .map((field) => field.outerHTML)""")
-        self.assertEqual(unnamed, [])
-        self.assertTrue(self.js(
-            "return [...document.querySelectorAll('svg[role=img]')].every((one) => one.getAttribute('aria-label'))"))
 
     def test_printing(self):
         pdf = self.browser.printed()
@@ -406,24 +333,6 @@ class WholeJob(PageTest):
         self.assertGreaterEqual(len(re.findall("\u2212 opposite|\\+ same", text)), len(self.job.table("matches.tsv")))
         self.assertNotIn("Download as TSV", text)
         self.assertEqual(len(self.shown()), 50)
-
-    def test_no_size_scrolls_sideways(self):
-        for width, height in SIZES:
-            self.browser.resize(width, height)
-            self.js("document.querySelector('.opener').click()")
-            self.js("drawAllNow()")
-            self.assertLessEqual(self.js("return document.documentElement.scrollWidth"), width)
-
-    def test_contrast(self):
-        # Every text against what is behind it, in light and dark.
-        for scheme in ("light", "dark"):
-            self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia",
-                                         {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
-            self.open("")
-            self.js("document.querySelector('.opener').click(); drawAllNow()")
-            weak = self.js(CONTRAST, LEAST_CONTRAST)
-            self.assertEqual(weak, [], scheme)
-        self.browser.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": []})
 
     @unittest.skipUnless(not TEXT_ONLY and FIREFOX, "Firefox is not installed")
     def test_in_firefox(self):
@@ -454,34 +363,6 @@ class WholeJob(PageTest):
                                 if line.startswith("collection\t")))
         self.assertEqual(found["leaves"], len(self.job.table("motifs.tsv")))
         self.assertEqual(found["requests"], [])
-
-
-# The texts whose contrast with the nearest background is too weak: relative luminance as the WCAG has it.
-CONTRAST = """
-const parse = (text) => (text.match(/[\\d.]+/g) || []).map(Number);
-const luminance = (colour) => colour.slice(0, 3).map((c) => c / 255)
-    .map((c) => c <= 0.04045 ? c / 12.92 : ((c + 0.055) / 1.055) ** 2.4)
-    .reduce((sum, c, place) => sum + c * [0.2126, 0.7152, 0.0722][place], 0);
-const behind = (node) => {
-    for (; node; node = node.parentElement) {
-        const colour = parse(getComputedStyle(node).backgroundColor);
-        if (colour.length === 3 || colour[3] === 1) return colour;
-    }
-    return [255, 255, 255];
-};
-const weak = [];
-for (const node of document.querySelectorAll('body *')) {
-    const hasText = [...node.childNodes].some((child) => child.nodeType === 3 && child.data.trim());
-    if (!hasText || !node.getClientRects().length || node.closest('script, .offscreen, .skip')) continue;
-    const style = getComputedStyle(node);
-    const isSvg = node.namespaceURI.endsWith('svg');
-    const colours = [parse(isSvg ? style.fill : style.color), behind(node)];
-    const [one, other] = colours.map(luminance).sort((a, b) => b - a);
-    const contrast = (one + 0.05) / (other + 0.05);
-    if (contrast < arguments[0]) weak.push(`${node.tagName} ${contrast.toFixed(2)} ${node.textContent.slice(0, 40)}`);
-}
-return [...new Set(weak)];
-"""
 
 
 class HostileNames(PageTest):
