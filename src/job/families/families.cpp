@@ -44,6 +44,23 @@ std::vector<TreeMerge> wholeTree(std::span<const EqualMotifs> equal, std::span<c
     return merges;
 }
 
+/// The distances of all motifs from those of the different ones.
+std::vector<double> wholeDistances(std::span<const EqualMotifs> equal, std::size_t motifs,
+                                   const std::vector<double>& different) {
+    std::vector<std::size_t> groupOf(motifs);
+    for (std::size_t group = 0; group < equal.size(); ++group) {
+        for (const std::size_t motif : equal[group].motifs) groupOf[motif] = group;
+    }
+    std::vector<double> distances(pairsOf(motifs), 0.0);
+    for (std::size_t motif = 1; motif < motifs; ++motif) {
+        for (std::size_t other = 0; other < motif; ++other) {
+            if (groupOf[motif] == groupOf[other]) continue;
+            distances[pairCell(motif, other)] = different[pairCell(groupOf[motif], groupOf[other])];
+        }
+    }
+    return distances;
+}
+
 /// The different motifs, laid together along the tree as far as it is not cut.
 class FamilyPlacement {
   public:
@@ -237,6 +254,8 @@ Families familiesOf(std::span<const data> motifs, FamilyDistances& given, const 
     const ColumnPool& pool = given.pool();
     std::vector<double> distances = given.finished();
     const std::vector<std::size_t> sizes(given.copies().begin(), given.copies().end());
+    Families result;
+    if (motifs.size() <= settings.keptDistances) result.distances = wholeDistances(equal, motifs.size(), distances);
     const std::vector<TreeMerge> merges = treeOf(distances, sizes, settings.linkage);
     std::vector<double>().swap(distances);
 
@@ -246,7 +265,6 @@ Families familiesOf(std::span<const data> motifs, FamilyDistances& given, const 
     }
     measureDistances(common, different, pool);
 
-    Families result;
     result.merges = wholeTree(equal, merges);
     result.leafOrder = leavesOf(result.merges, motifs.size());
     result.cut = settings.cut;

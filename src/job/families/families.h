@@ -18,8 +18,9 @@ namespace varnolix::job {
 
 struct FamilySettings {
     Linkage linkage = Linkage::average;
-    double cut = 0.5;           ///< motifs are of one family if they are joined at this height or below
-    double flanks = 1.0 / 3.0;  ///< outer columns of a common motif that fewer of its members cover are cut
+    double cut = 0.5;               ///< motifs are of one family if they are joined at this height or below
+    double flanks = 1.0 / 3.0;      ///< outer columns of a common motif that fewer of its members cover are cut
+    std::size_t keptDistances = 0;  ///< motifs up to which the distances are kept
 };
 
 struct FamilyMember {
@@ -40,6 +41,7 @@ struct Families {
     std::vector<Family> families;        ///< by size, the largest first, then by their first motif
     std::vector<TreeMerge> merges;       ///< one fewer than motifs, by height
     std::vector<std::size_t> leafOrder;  ///< places of the motifs
+    std::vector<double> distances;       ///< of all pairs, in the order of pairCell(); empty if they are not kept
     double cut = 0.0;
     std::string linkage;             ///< its name
     std::vector<std::string> notes;  ///< what the user should know, as sentences
