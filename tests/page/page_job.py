@@ -40,6 +40,33 @@ def random_file(count, seed):
     return text
 
 
+def planted_families(count, seed, singles=0.2):
+    """Motifs in families of skewed sizes: (name, family, columns), in a random order. Members are cut and extended at
+    both ends, noisy, and half of them on the other strand. A share of the motifs is alone in its family."""
+    random, motifs, family = Random(seed), [], 0
+    while len(motifs) < count:
+        family += 1
+        core = [[random.gammavariate(0.2, 1) + 0.001 for _ in range(4)] for _ in range(random.randint(8, 16))]
+        core = [[share / sum(column) for share in column] for column in core]
+        size = 1 if random.random() < singles * 3 else min(1 + int(random.paretovariate(0.9)), 60, count - len(motifs))
+        for member in range(size):
+            columns = [*([[0.25] * 4] * random.choice((0, 0, 1, 2))), *core, *([[0.25] * 4] * random.choice((0, 0, 1)))]
+            columns = columns[random.choice((0, 0, 1)):len(columns) - random.choice((0, 0, 1))]
+            columns = [[max(1, round(200 * share + random.gauss(0, 6))) for share in column] for column in columns]
+            if random.random() < 0.5:
+                columns = [column[::-1] for column in columns[::-1]]
+            motifs.append((f"M{seed}.{family}.{member}", family, columns))
+    random.shuffle(motifs)
+    return motifs
+
+
+def jaspar_file(motifs):
+    """Motifs of `planted_families` in the Jaspar layout; the second name tells the family."""
+    return "".join(f">{name} planted{family}\n" + "".join(
+        f"{letter} [ {' '.join(str(column[place]) for column in columns)} ]\n"
+        for place, letter in enumerate("ACGT")) + "\n" for name, family, columns in motifs)
+
+
 class Job:
     """A finished job in a folder of its own; `rows` are those of matches.tsv."""
 

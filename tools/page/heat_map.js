@@ -1,7 +1,8 @@
 // The distance table as a map, in the order of the tree. Near pairs are dark.
 "use strict";
 
-const MAP_SIZE = 560;  // pixels, about
+const MAP_SIZE = 600;  // pixels, about
+const MAP_CELLS = [2, 22];
 // From far to near, each step darker than the one before.
 const MAP_COLOURS = [[247, 250, 252], [208, 225, 240], [140, 183, 220], [66, 128, 188], [22, 74, 130], [6, 28, 64]];
 
@@ -48,10 +49,11 @@ const similarityOfPairs = (() => {
   };
 })();
 
-// Pairs without a match have the largest distance, which lies far above the others.
-function distanceScale(distances) {
+// In the trees of the matches, pairs without a match have the largest distance, which lies far above the others.
+function distanceScale({distances, of_families: isOfFamilies}) {
   const all = distances.flat().filter((value) => value !== null);
   const largest = all.reduce((most, value) => Math.max(most, value), 0);
+  if (isOfFamilies) return {largest, next: largest || 1};
   const next = all.reduce((most, value) => (value < largest ? Math.max(most, value) : most), 0);
   return {largest, next: next || largest || 1};
 }
@@ -61,27 +63,80 @@ function pairWords(map, row, column) {
   if (one === other) return `${one.name}: the same motif`;
   const distance = distanceBetween(map.distances, one.number, other.number);
   const match = similarityOfPairs(one.number, other.number);
-  const isFar = distance === map.scale.largest && !match;
+  const isFar = distance === map.scale.largest && map.scale.largest > map.scale.next && !match;
   return `${one.name} and ${other.name}: distance ${shortNumber(distance)}` + (isFar ? " (no match)" : "") +
-    (match ? `, best similarity ${shortNumber(match.similarity)} over ${counted(match.overlap, "column")}` : "");
+    (match ? `, best similarity ${shortNumber(match.similarity)} over ${counted(match.overlap, "column")}` : "") +
+    familiesOfPair(one, other);
 }
+
+function familiesOfPair(one, other) {
+  if (!familyOf(one)) return "";
+  if (familyOf(one) === familyOf(other)) return `; both in ${familyOf(one).name}`;
+  return `; in ${familyOf(one).name} and ${familyOf(other).name}`;
+}
+
+// Families of more than one motif whose members stand side by side, as places in the order.
+function familyBlocks(order) {
+  const blocks = [];
+  order.forEach((motif, place) => {
+    const family = familyOf(motif);
+    const last = blocks[blocks.length - 1];
+    if (last && last.family === family) last.end = place + 1;
+    else blocks.push({family, begin: place, end: place + 1});
+  });
+  return blocks.filter((block) => block.end - block.begin > 1);
+}
+
+// The colours from near to far as the pixels of an image have them, and white at the end, for pairs without a match.
+const MAP_STEPS = 255;
+const MAP_PALETTE = (() => {
+  const pixels = new Uint32Array(MAP_STEPS + 2);
+  const bytes = new Uint8ClampedArray(pixels.buffer);
+  for (let step = 0; step <= MAP_STEPS; ++step) bytes.set([...nearColour(step / MAP_STEPS), 255], 4 * step);
+  bytes.set([255, 255, 255, 255], 4 * (MAP_STEPS + 1));
+  return pixels;
+})();
+
+function imageOfMap(context, map) {
+  const {cell, scale} = map;
+  const side = map.order.length * cell;
+  const image = context.createImageData(side, side);
+  const pixels = new Uint32Array(image.data.buffer);
+  map.order.forEach((one, row) => {
+    const top = row * cell * side;
+    map.order.forEach((other, column) => {
+      const distance = distanceBetween(map.distances, one.number, other.number);
+      const isFar = distance === null || (distance === scale.largest && distance > scale.next);
+      const colour = MAP_PALETTE[isFar ? MAP_STEPS + 1 : Math.round((distance / scale.next) * MAP_STEPS)];
+      pixels.fill(colour, top + column * cell, top + (column + 1) * cell);
+    });
+    for (let y = 1; y < cell; ++y) pixels.copyWithin(top + y * side, top, top + side);
+  });
+  return image;
+}
+
+const OUTLINE = "#e07b00";
 
 function paintMap(canvas, map) {
   const context = canvas.getContext("2d");
-  const size = map.order.length;
-  const cell = map.cell;
-  const image = context.createImageData(size * cell, size * cell);
-  map.order.forEach((one, row) => map.order.forEach((other, column) => {
-    const distance = distanceBetween(map.distances, one.number, other.number);
-    const isFar = distance === null || (distance === map.scale.largest && distance > map.scale.next);
-    const [red, green, blue] = isFar ? [255, 255, 255] : nearColour(distance / map.scale.next);
-    for (let y = 0; y < cell; ++y) {
-      for (let x = 0; x < cell; ++x) {
-        image.data.set([red, green, blue, 255], ((row * cell + y) * size * cell + column * cell + x) * 4);
-      }
-    }
-  }));
-  context.putImageData(image, 0, 0);
+  map.image ??= imageOfMap(context, map);
+  context.putImageData(map.image, 0, 0);
+  context.strokeStyle = OUTLINE;
+  context.lineWidth = map.cell < 4 ? 1 : 2;
+  for (const {begin, end} of map.blocks) {
+    const side = (end - begin) * map.cell;
+    context.strokeRect(begin * map.cell + 0.5, begin * map.cell + 0.5, side - 1, side - 1);
+  }
+}
+
+// Black and white, so that it is seen on every colour.
+function paintMark(canvas, map) {
+  const context = canvas.getContext("2d");
+  for (const [colour, width] of [["#000", 4], ["#fff", 2]]) {
+    context.strokeStyle = colour;
+    context.lineWidth = width;
+    context.strokeRect(map.column * map.cell - 1, map.row * map.cell - 1, map.cell + 2, map.cell + 2);
+  }
 }
 
 function mapLegend(scale) {
@@ -106,8 +161,11 @@ function drawHeatMap(tree) {
     return;
   }
   const order = mapOrder(tree.newick);
-  const cell = Math.max(1, Math.min(22, Math.floor(MAP_SIZE / order.length)));
-  const map = {order, cell, distances: tree.distances, scale: distanceScale(tree.distances), row: 0, column: 0};
+  const cell = Math.max(MAP_CELLS[0], Math.min(MAP_CELLS[1], Math.round(MAP_SIZE / order.length)));
+  const map = {
+    order, cell, distances: tree.distances, scale: distanceScale(tree),
+    blocks: tree.of_families ? familyBlocks(order) : [], row: 0, column: 0
+  };
   const side = order.length * cell;
   const canvas = el("canvas", {
     class: "heat",
@@ -127,10 +185,7 @@ function drawHeatMap(tree) {
     map.row = Math.max(0, Math.min(order.length - 1, row));
     map.column = Math.max(0, Math.min(order.length - 1, column));
     paintMap(canvas, map);
-    const context = canvas.getContext("2d");
-    context.strokeStyle = "#c2410c";
-    context.lineWidth = 2;
-    context.strokeRect(map.column * cell - 1, map.row * cell - 1, cell + 2, cell + 2);
+    paintMark(canvas, map);
     words.textContent = pairWords(map, map.row, map.column);
     tip.textContent = words.textContent;
     tip.hidden = false;
@@ -172,6 +227,7 @@ function drawHeatMap(tree) {
                             (other) => shortNumber(distanceBetween(tree.distances, one.number, other.number)))]))));
   });
   replaceChildren(
-      area, el("h3", {}, "Distances in the order of the tree"), mapLegend(map.scale), words,
+      area, el("h3", {}, "Distances in the order of the tree"), mapLegend(map.scale),
+      map.blocks.length > 0 && el("p", {class: "muted small"}, "Framed: families of more than one motif."), words,
       el("div", {class: "heat-frame"}, canvas, tip), table);
 }

@@ -151,6 +151,10 @@ function mergedLinks(motif) {
       found.length > 20 ? " and more" : "", ".");
 }
 
+function familyWords(family) {
+  return [familyLink(family), isSingle(family) ? ", a single motif" : `, ${counted(family.members.length, "motif")}`];
+}
+
 function motifFacts(motif) {
   return [
     [motif.isReference ? "Collection" : "Data set", motif.dataset],
@@ -160,6 +164,7 @@ function motifFacts(motif) {
     ["Information content", `${motif.bits.toFixed(2)} bits`],
     ["Consensus", el("span", {class: "mono"}, motif.consensus)],
     motif.reverseConsensus ? ["Reverse complement", el("span", {class: "mono"}, motif.reverseConsensus)] : null,
+    familyOf(motif) && ["Family", familyWords(familyOf(motif))],
     motif.note ? ["Note", motif.note] : null,
   ].filter(Boolean);
 }

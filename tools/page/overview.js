@@ -39,6 +39,10 @@ function drawFigures() {
     [job.matches.total, "matches in all lists"],
   ];
   if (counts.collection_motifs > 0) figures.push([counts.collection_motifs, "reference motifs"]);
+  if (families.length > 0) {
+    const singles = families.filter(isSingle).length;
+    figures.push([families.length - singles, "families"], [singles, "single motifs"]);
+  }
   if (job.merged.length > 0) figures.push([job.merged.length, "merged motifs"]);
   if (counts.refused > 0) figures.push([counts.refused, "motifs left out"]);
   append(byId("figures"), figures.map(([number, text]) =>
@@ -58,6 +62,10 @@ const SETTING_WORDS = {
   merge: ["Merging", (value) => (value ? "similar motifs are merged" : "none")],
   trim: ["Trimming", (value) => (value > 0 ? `outer columns below ${value} bits are cut` : "none")],
   max_q: ["Largest q", (value) => (value < 1 ? `matches with a higher q than ${value} are left out` : "no bound")],
+  families: [
+    "Families", ({linkage, cut, flanks}) => `motifs joined at ${cut} or below, ${linkage} linkage; flanks of a common ` +
+      `motif that fewer than ${shortNumber(flanks)} of its members cover are cut`
+  ],
   skip_bad: ["Unreadable motifs", (value) => (value ? "are left out" : "end the job")],
 };
 
@@ -126,8 +134,11 @@ function drawNotes() {
               el("details", {}, el("summary", {}, `${notes.length - most} more`), el("ul", {}, notes.slice(most))))]);
 }
 
+const FAMILY_FILE = /^famil(ies|y_)[^/]*$/;
+
 // Each group of links, with the files that belong to it. The first that fits takes a file.
 const LINK_GROUPS = [
+  ["Families", FAMILY_FILE],
   ["Tables", /^[^/]+\.tsv$|^matches\.json$|^job\.json$/],
   ["Motif files", /^[^/]+\.(meme|jaspar|transfac)$/],
   ["Trees", /^[^/]+\.(nwk|png)$|^result\/.*(Tree|Distance_Matrix|Plot_File)[^/]*$/],

@@ -1,10 +1,12 @@
-// Draws the page, and follows its links: #motif=NUMBER, #reference=NUMBER, #merged=ID, #match=LIST.RANK.RANK.
+// Draws the page, and follows its links: #motif=NUMBER, #reference=NUMBER, #merged=ID, #family=NAME,
+// #match=LIST.RANK.RANK.
 "use strict";
 
 const ADDRESSES = {
   motif: (value) => openMotifNumbered(motifByNumber, value),
   reference: (value) => openMotifNumbered(referenceByNumber, value),
   merged: showMerged,
+  family: showFamily,
   match: showMatch,
 };
 
@@ -17,7 +19,7 @@ function openMotifNumbered(motifs, value) {
 function followAddress() {
   const [, kind, value] = /^#(\w+)=(.*)$/.exec(location.hash) || [];
   if (!kind || !Object.hasOwn(ADDRESSES, kind)) return;
-  if (kind === "match" || kind === "merged") byId("motif-dialog").close();
+  if (kind !== "motif" && kind !== "reference") byId("motif-dialog").close();
   let text = value;
   try {
     text = decodeURIComponent(value);
@@ -40,6 +42,7 @@ drawOverview();
 drawMatches();
 drawMotifs();
 drawMerged();
+drawFamilies();
 drawTree();
 for (const link of document.querySelectorAll("[data-for]")) link.hidden = byId(link.dataset.for).hidden;
 window.addEventListener("hashchange", followAddress);

@@ -44,6 +44,23 @@ function motifOfLeaf(name) {
   return number ? motifByNumber.get(Number(number[1])) : undefined;
 }
 
+// The family that all the nodes are of, if there is one.
+function commonFamily(nodes) {
+  return nodes.every((node) => node.family === nodes[0].family) ? nodes[0].family : undefined;
+}
+
+// The lines from the parents to their children: those within families by themselves, as they are drawn thicker.
+function branchPaths(root, linkOf) {
+  const paths = {between: [], within: []};
+  root.each((node) => {
+    for (const child of node.children || []) paths[node.family ? "within" : "between"].push(linkOf(node, child));
+  });
+  return [
+    svgEl("path", {class: "branches", d: paths.between.join(" ")}),
+    paths.within.length > 0 && svgEl("path", {class: "branches within", d: paths.within.join(" ")}),
+  ];
+}
+
 // The root with the place of each node: `depth` from the root, 0 to 1, and `order` of the leaves.
 function placedTree(newick) {
   const root = d3.hierarchy(parseNewick(newick), (node) => (node.children.length > 0 ? node.children : null));
@@ -57,6 +74,7 @@ function placedTree(newick) {
   root.eachAfter((node) => {
     if (node.children) node.order = d3.mean(node.children, (child) => child.order);
     node.reach = node.distance / deepest;
+    node.family = node.children ? commonFamily(node.children) : familyOf(node.motif);
   });
   return {root, leaves, deepest};
 }
@@ -93,7 +111,7 @@ function leafGroup(leaf, hasLogo, isTurned) {
   }
   if (!leaf.motif) return group;
   return svgEl("a", {href: leaf.motif.hash, class: "leaf", "aria-label": `${label}, ${leaf.motif.dataset}`},
-    svgEl("title", {}, `${label} (${leaf.motif.dataset})`), group);
+    svgEl("title", {}, `${label} (${leaf.motif.dataset})${leaf.family ? `, ${leaf.family.name}` : ""}`), group);
 }
 
 function labelRoom(leaves, hasLogos) {
@@ -108,15 +126,8 @@ function rectangularTree(tree, hasLogos, width) {
   const depth = Math.max(280, Math.min(1000, width - labels - 60));
   const x = (node) => node.reach * depth;
   const y = (node) => (node.order + 0.5) * step;
-  const links = root.descendants()
-                    .filter((node) => node.children)
-                    .map(
-                        (node) => node.children
-                                      .map(
-                                          (child) => `M ${x(node).toFixed(1)} ${y(node).toFixed(1)} V ${
-                                              y(child).toFixed(1)} H ${x(child).toFixed(1)}`)
-                                      .join(" "))
-                    .join(" ");
+  const links = branchPaths(root, (node, child) =>
+    `M ${x(node).toFixed(1)} ${y(node).toFixed(1)} V ${y(child).toFixed(1)} H ${x(child).toFixed(1)}`);
   const drawn = leaves.map((leaf) => {
     const group = leafGroup(leaf, hasLogos, false);
     const holder = svgEl("g", {transform: `translate(${x(leaf).toFixed(1)} ${y(leaf).toFixed(1)})`}, group);
@@ -133,12 +144,12 @@ function circularTree(tree, hasLogos) {
   const angle = (node) => ((node.order + 0.5) / leaves.length) * 2 * Math.PI;
   const point = (turn, reach) =>
       `${(Math.cos(turn) * reach * radius).toFixed(1)} ${(Math.sin(turn) * reach * radius).toFixed(1)}`;
-  const links = root.descendants().filter((node) => node.children).map((node) => node.children.map((child) => {
+  const links = branchPaths(root, (node, child) => {
     const [from, to] = [angle(node), angle(child)];
     const arc = (node.reach * radius).toFixed(1);
     return `M ${point(from, node.reach)} A ${arc} ${arc} 0 0 ${to > from ? 1 : 0} ${point(to, node.reach)} L ${
         point(to, child.reach)}`;
-  }).join(" ")).join(" ");
+  });
   const drawn = leaves.map((leaf) => {
     const degrees = (angle(leaf) * 180) / Math.PI;
     const isTurned = degrees > 90 && degrees < 270;
@@ -228,7 +239,7 @@ function drawTreePicture() {
   const drawing = isCircular ? circularTree(tree, hasLogos) : rectangularTree(tree, hasLogos, width);
   const tall = (drawing.box[3] * Math.min(1, width / (drawing.box[2] + 20))) + 20;
   const height = Math.round(isCircular ? Math.min(width, 760) : Math.min(Math.max(tall, 240), 760));
-  const content = svgEl("g", {}, svgEl("path", {class: "branches", d: drawing.links}), drawing.drawn);
+  const content = svgEl("g", {}, drawing.links, drawing.drawn);
   const picture = svgEl(
       "svg", {
         class: "tree-picture",

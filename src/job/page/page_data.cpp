@@ -3,12 +3,14 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
 #include "input/getRevCompMotif.h"
 #include "job/downloads/information.h"
+#include "job/families/family_tables.h"
 #include "job/page/compact_table.h"
 #include "job/page/member_frame.h"
 #include "job/tables/matches_table.h"
@@ -97,10 +99,23 @@ std::string matchesJson(const PageContent& content, const JobResults& results) {
     return json + "}";
 }
 
+/// The columns with all digits, so that a download has the same numbers as the motif files.
+std::string allDigitsJson(const DownloadedMotif& motif) {
+    return listJson(motif.columns, [](std::string& text, const NumberColumn& column) {
+        text += column[0] + ',' + column[1] + ',' + column[2] + ',' + column[3];
+    });
+}
+
+/// Without the end of the object.
+void beginMember(std::string& json, int motif, MatchingFormat strand, int offset) {
+    json += "{\"motif\":" + std::to_string(motif);
+    appendText(json, ",\"strand\":", strandText(strand));
+    json += ",\"offset\":" + std::to_string(offset);
+}
+
 void appendMember(std::string& json, const FramedMember& member) {
-    json += "{\"motif\":" + std::to_string(member.motif);
-    appendText(json, ",\"strand\":", strandText(member.strand));
-    json += ",\"offset\":" + std::to_string(member.offset) + '}';
+    beginMember(json, member.motif, member.strand, member.offset);
+    json += '}';
 }
 
 std::string mergedJson(const JobResults& results, const std::vector<MergedList>& lists) {
@@ -116,10 +131,7 @@ std::string mergedJson(const JobResults& results, const std::vector<MergedList>&
             appendText(json, ",\"name\":", motif->name);
             appendText(json, ",\"list\":", listName(list.kind));
             json += ",\"left_out\":" + std::to_string(list.groups[place].size() - steps.size());
-            // With all digits, so that a download has the same numbers as the motif files.
-            json += ",\"matrix\":" + listJson(motif->columns, [](std::string& text, const NumberColumn& column) {
-                        text += column[0] + ',' + column[1] + ',' + column[2] + ',' + column[3];
-                    });
+            json += ",\"matrix\":" + allDigitsJson(*motif);
             json += ",\"members\":" + listJson(framedMembers(list.groups[place], steps), appendMember) + '}';
             ++motif;
         }
@@ -127,11 +139,16 @@ std::string mergedJson(const JobResults& results, const std::vector<MergedList>&
     return json + "]";
 }
 
+MatchingFormat strandOf(const FamilyMember& member) {
+    return member.isReversed ? MatchingFormat::reverseComplement : MatchingFormat::originalMotif;
+}
+
 std::string treesJson(const std::vector<PageTree>& trees) {
     return listJson(trees, [](std::string& json, const PageTree& tree) {
         appendText(json, "{\"name\":", tree.name);
         appendText(json, ",\"newick\":", tree.newick);
-        json += ",\"distances\":" + (tree.distances.empty() ? "null" : distanceRows(tree.distances)) + '}';
+        json += tree.isOfFamilies ? ",\"of_families\":true" : ",\"of_families\":false";
+        json += ",\"distances\":" + (tree.distances.empty() ? "null" : tree.distances) + '}';
     });
 }
 
@@ -141,6 +158,27 @@ std::string_view nextCell(std::string_view& line) {
     const std::string_view cell = line.substr(0, end);
     line.remove_prefix(std::min(end + 1, line.size()));
     return cell;
+}
+
+/// Not-a-number if the cell is none.
+double numberOf(std::string_view cell) {
+    double value = 0;
+    const auto read = std::from_chars(cell.data(), cell.data() + cell.size(), value);
+    const bool isNumber = read.ec == std::errc() && read.ptr == cell.data() + cell.size();
+    return isNumber ? value : std::numeric_limits<double>::quiet_NaN();
+}
+
+/// The distances of a motif from those before it.
+/// @param row its 0-based place
+template <class DistanceTo>
+void appendDistances(std::string& json, std::size_t row, DistanceTo distanceTo) {
+    constexpr double distanceSteps = 10'000;
+    json += row == 1 ? "[" : ",\n[";
+    for (std::size_t place = 0; place < row; ++place) {
+        json += place == 0 ? "" : ",";
+        appendJsonValue(json, std::round(distanceTo(place) * distanceSteps) / distanceSteps);
+    }
+    json += ']';
 }
 
 }  // namespace
@@ -166,6 +204,27 @@ std::string matrixJson(const Matrix& matrix) {
     return json + "]";
 }
 
+std::string familiesJson(const Families& families, const JobResults& results) {
+    const std::vector<DownloadedMotif> motifs = familyMotifs(families, results);
+    auto motif = motifs.begin();
+    const auto appendMember = [&](std::string& json, const FamilyMember& member) {
+        beginMember(json, results.motifs[member.motif].matrixID, strandOf(member), member.offset);
+        json += ",\"distance\":";
+        appendJsonValue(json, member.distance);
+        json += '}';
+    };
+    return listJson(families.families, [&](std::string& json, const Family& family) {
+        appendText(json, "\n{\"id\":", motif->id);
+        appendText(json, ",\"name\":", motif->name);
+        json += ",\"cut_height\":";
+        appendJsonValue(json, family.cutHeight);
+        appendText(json, ",\"consensus\":", columnLetters(family.commonMotif));
+        json += ",\"matrix\":" + allDigitsJson(*motif);
+        json += ",\"members\":" + listJson(family.members, appendMember) + '}';
+        ++motif;
+    });
+}
+
 std::string swappedPairs(const Matrix& matrix) {
     std::string pairs;
     for (const Column& column : matrix) pairs += swapsAT(column) ? 'w' : 's';
@@ -173,26 +232,23 @@ std::string swappedPairs(const Matrix& matrix) {
 }
 
 std::string distanceRows(const std::string& table) {
-    constexpr double distanceSteps = 10'000;
     std::istringstream lines(table);
     std::string line;
     std::getline(lines, line);  // the labels
+    std::getline(lines, line);  // the first motif, which has none before it
     std::string json = "[";
-    for (std::size_t row = 0; std::getline(lines, line); ++row) {
-        if (row == 0) continue;
+    for (std::size_t row = 1; std::getline(lines, line); ++row) {
         std::string_view rest = line;
         nextCell(rest);  // the label
-        json += row == 1 ? "[" : ",\n[";
-        for (std::size_t place = 0; place < row; ++place) {
-            const std::string_view cell = nextCell(rest);
-            double value = 0;
-            const auto read = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-            json += place == 0 ? "" : ",";
-            const bool isNumber = read.ec == std::errc() && read.ptr == cell.data() + cell.size();
-            appendJsonValue(
-                json, isNumber ? Cell(std::round(value * distanceSteps) / distanceSteps) : Cell(std::monostate()));
-        }
-        json += "]";
+        appendDistances(json, row, [&](std::size_t) { return numberOf(nextCell(rest)); });
+    }
+    return json + "]";
+}
+
+std::string distanceRows(std::span<const double> pairs) {
+    std::string json = "[";
+    for (std::size_t row = 1; pairsOf(row) < pairs.size(); ++row) {
+        appendDistances(json, row, [&](std::size_t place) { return pairs[pairCell(row, place)]; });
     }
     return json + "]";
 }
@@ -206,6 +262,7 @@ std::string pageData(const PageContent& content, const JobResults& results) {
     json += ",\n\"matrices\":" + matricesJson(results.motifs);
     json += ",\n\"matches\":" + matchesJson(content, results);
     json += ",\n\"merged\":" + mergedJson(results, content.merged);
+    json += ",\n\"families\":" + (content.families == nullptr ? "[]" : familiesJson(*content.families, results));
     json += ",\n\"trees\":" + treesJson(content.trees);
     return json + "}\n";
 }

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <vector>
 
+#include "job/families/families.h"
 #include "job/tables/combined_motifs.h"
 #include "job/tables/job_record.h"
 #include "job/tables/match_significance.h"
@@ -14,8 +16,9 @@ namespace varnolix::job {
 /// A tree and the distances that it is made of, as text.
 struct PageTree {
     std::string name;
-    std::string newick;     ///< empty if it could not be written
-    std::string distances;  ///< the distance table as the tree stage writes it; empty if the page does not show it
+    std::string newick;         ///< empty if it could not be written
+    std::string distances;      ///< distanceRows(); empty if the page does not show them
+    bool isOfFamilies = false;  ///< whether the families are cut from it
 };
 
 struct PageContent {
@@ -26,6 +29,7 @@ struct PageContent {
     double mostQ;  ///< matches with a higher q-value are left out
     std::vector<MergedList> merged;
     std::vector<PageTree> trees;
+    const Families* families = nullptr;  ///< none if the job makes none
 };
 
 /// More rows than that would make the page too heavy for a browser. It says so, and names the table that has them all.
@@ -36,9 +40,15 @@ inline constexpr std::size_t mostMotifsOfHeatMap = 500;
 
 std::string pageData(const PageContent& content, const JobResults& results);
 
-/// The lower half of a distance table as a list of rows, from the second one on, in the order of the motifs, with four
-/// digits behind the point. A cell that is no number becomes null.
+/// The lower half of a table of distances as a list of rows, from the second one on, in the order of the motifs, with
+/// four digits behind the point. A cell that is no number becomes null.
+/// @param table as the tree stage writes it
 std::string distanceRows(const std::string& table);
+/// @param pairs in the order of pairCell()
+std::string distanceRows(std::span<const double> pairs);
+
+/// The families with their members and their common motifs.
+std::string familiesJson(const Families& families, const JobResults& results);
 
 /// The matrix as a flat list of A, C, G, T by position, with six digits. A position without counts has nulls.
 std::string matrixJson(const Matrix& matrix);

@@ -22,11 +22,17 @@ std::string textIfThere(const fs::path& path) {
 
 PageTree treeOf(const TreeFiles& tree, const char* name, const std::string& newick) {
     const bool hasHeatMap = Datasets.size() <= mostMotifsOfHeatMap;
-    return {name, textIfThere(newick), hasHeatMap ? textIfThere(outputPath + tree.table) : ""};
+    const std::string table = hasHeatMap ? textIfThere(outputPath + tree.table) : "";
+    return {name, textIfThere(newick), table.empty() ? "" : distanceRows(table)};
 }
 
 std::vector<PageTree> treesOf(const TableSettings& settings) {
     std::vector<PageTree> trees;
+    if (settings.families != nullptr) {
+        const std::vector<double>& distances = settings.families->distances;
+        trees.push_back({"the families", textIfThere(settings.folder + "tree.nwk"),
+                         distances.empty() ? "" : distanceRows(distances), true});
+    }
     if (isLocalTreeDrawn()) trees.push_back(treeOf(listTree, "all matching", listTreeStem(settings) + ".nwk"));
     if (isGlobalTreeDrawn()) {
         trees.push_back(treeOf(globalTree, "matching across data sets", settings.folder + "tree_global.nwk"));
@@ -46,7 +52,8 @@ void writePage(const JobSources& sources, const JobSignificance& significance, c
                const std::string& jobName) {
     const double begin = omp_get_wtime();
     const JobRecord record = recordOf(job, settings);
-    const PageContent content{jobName, record, skipped, significance, settings.mostQ, leftMerged(), treesOf(settings)};
+    const PageContent content{jobName,        record,       skipped,           significance,
+                              settings.mostQ, leftMerged(), treesOf(settings), settings.families};
     const std::string json = pageData(content, leftResults(sources));
     writeFile(fs::path(settings.folder) / pageName,
               joinedPage(files, {{"title", pageEscaped(validUtf8(jobName))}, {"data", scriptSafeJson(json)}}));

@@ -15,6 +15,7 @@
 #include "job/folder/installation.h"
 #include "job/folder/job_folder.h"
 #include "job/job_error.h"
+#include "job/page/page_data.h"
 #include "job/page/write_page.h"
 #include "job/run/answers.h"
 #include "job/run/job_console.h"
@@ -143,7 +144,9 @@ int runCommand(const RunOptions& options) {
             FamilyDistances distances(Datasets);
             significance = leftSignificance(
                 sources, [&](std::size_t query, const QueryMatches& found) { distances.take(query, found); });
-            families = leftFamilies(distances, options.families);
+            FamilySettings withDistances = options.families;
+            withDistances.keptDistances = mostMotifsOfHeatMap;
+            families = leftFamilies(distances, withDistances);
             tables.families = &families;
         } else {
             significance = leftSignificance(sources);

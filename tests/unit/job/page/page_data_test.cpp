@@ -7,6 +7,7 @@
 #include <set>
 
 #include "input/getRevCompMotif.h"
+#include "job/families/families.h"
 #include "job/page/compact_table.h"
 #include "job/tables/matches_table.h"
 #include "job/tables/merged_job.h"
@@ -69,6 +70,11 @@ TEST(DistanceRows, HoldTheLowerHalf) {
     EXPECT_EQ(job::distanceRows(",I1,I2,\nI1,0,x,\nI2,x,0,\n"), "[[null]]");
 }
 
+TEST(DistanceRows, HoldAllPairs) {
+    EXPECT_EQ(job::distanceRows(std::vector<double>{0.25, 1, 0.123456}), "[[0.25],\n[1,0.1235]]");
+    EXPECT_EQ(job::distanceRows(std::vector<double>{}), "[]");
+}
+
 class PageDataTest : public testing::MergedJobTest {
   protected:
     const job::JobSignificance& significance() {
@@ -113,6 +119,8 @@ TEST_F(PageDataTest, HasEveryMatchAndMotif) {
     EXPECT_EQ(read["name"], "name </script>");
     EXPECT_EQ(read["record"]["notes"][0], "A note.");
     EXPECT_TRUE(read["trees"][0]["distances"].is_null());
+    EXPECT_EQ(read["trees"][0]["of_families"], false);
+    EXPECT_EQ(read["families"], json::array());
 }
 
 TEST_F(PageDataTest, MergedMotifsAreThoseOfTheFiles) {
@@ -128,6 +136,26 @@ TEST_F(PageDataTest, MergedMotifsAreThoseOfTheFiles) {
         EXPECT_EQ(merged["matrix"][5], std::stod(motifs[place].columns[1][1]));
         EXPECT_GE(merged["members"].size(), 2U);
     }
+}
+
+TEST_F(PageDataTest, FamiliesHaveTheirMembers) {
+    mergeRandom(4);
+    const Matrix motif{{0.125, 0.875, 0, 0}, {1.0 / 3, 0, 1.0 / 3, 1.0 / 3}};
+    job::Families families;
+    families.families = {{{{4, true, -2, 0.25}, {0, false, 1, 0.125}}, 0.375, motif}, {{{2, false, 0, 0}}, 0, motif}};
+    const json read = json::parse(familiesJson(families, results()));
+    ASSERT_EQ(read.size(), 2U);
+    const json& first = read[0];
+    EXPECT_EQ(first["id"], "family_1");
+    EXPECT_EQ(first["name"], sources.motifs[0].motif.id);  // the nearest member
+    EXPECT_EQ(first["cut_height"], 0.375);
+    EXPECT_EQ(first["consensus"], "CD");
+    EXPECT_EQ(first["matrix"], json({0.125, 0.875, 0, 0, 1.0 / 3, 0, 1.0 / 3, 1.0 / 3}));
+    EXPECT_EQ(first["members"][0],
+              json({{"motif", 5}, {"strand", "reverse complement"}, {"offset", -2}, {"distance", 0.25}}));
+    EXPECT_EQ(first["members"][1], json({{"motif", 1}, {"strand", "forward"}, {"offset", 1}, {"distance", 0.125}}));
+    EXPECT_EQ(read[1]["id"], "family_2");
+    EXPECT_EQ(read[1]["members"].size(), 1U);
 }
 
 TEST_F(PageDataTest, ReferencesAreThoseOfTheMatches) {
