@@ -14,6 +14,8 @@ if not TEXT_ONLY:
 
 SIZES = ((390, 844), (1280, 900), (1920, 1080))
 LEAST_CONTRAST = 4.5
+MOST_BYTES = 10_000_000                 # of the page of a large job
+MOST_SECONDS = 2                        # until it is open
 
 
 def skip_text_only():
@@ -98,6 +100,16 @@ class PageTest(unittest.TestCase):
         self.js("const [field, text] = arguments; field.value = text;"
                 "field.dispatchEvent(new Event('input', {bubbles: true}))", self.one(selector), text)
         self.js("return new Promise((done) => setTimeout(done, 250))")
+
+    def assert_small_and_quick(self):
+        """For large jobs: the page may be sent by e-mail, and opens at once."""
+        self.assertLess(os.path.getsize(self.job.path("index.html")), MOST_BYTES)
+        seconds = []
+        for _ in range(3):
+            self.open()
+            seconds.append(self.js(
+                "return performance.getEntriesByType('navigation')[0].domContentLoadedEventEnd / 1000"))
+        self.assertLess(min(seconds), MOST_SECONDS)
 
     def shown(self):
         """The rows of the data that the table shows, as it has sorted them."""
