@@ -443,6 +443,12 @@ class ManyFamilies(FamilyTest):
         self.assertGreater(len(self.sizes()), 200)
         self.assert_small_and_quick()
 
+    def test_heat_map_and_tree_have_all_motifs(self):
+        self.js("drawAllNow()")
+        self.assertEqual(self.js("return document.querySelectorAll('a.leaf').length"), 1000)
+        self.assertEqual(self.one("canvas.heat").get_attribute("width"), "1000")
+        self.assertEqual(self.browser.find_elements(By.CSS_SELECTOR, "#heat-map details"), [])
+
     def test_pictures_are_drawn_when_they_come_near(self):
         joined = [name for name, size in self.sizes().items() if size > 1]
         self.click("#all-families")

@@ -1,8 +1,9 @@
 // The distance table as a map, in the order of the tree. Near pairs are dark.
 "use strict";
 
-const MAP_SIZE = 600;  // pixels, about
-const MAP_CELLS = [2, 22];
+const MAP_SIZE = 560;  // pixels, at least, unless there are few motifs
+const LARGEST_CELL = 22;
+const MOST_IN_TABLE = 500;  // motifs; a browser cannot bear a larger table
 // From far to near, each step darker than the one before.
 const MAP_COLOURS = [[247, 250, 252], [208, 225, 240], [140, 183, 220], [66, 128, 188], [22, 74, 130], [6, 28, 64]];
 
@@ -155,13 +156,12 @@ function drawHeatMap(tree) {
   if (!tree.distances) {
     replaceChildren(
         area,
-        el("p", {class: "muted"},
-           `The heat map is left out for more than ${
-               MOST_WITH_LOGOS} motifs; the distances are in the table of the job.`));
+        el("p", {class: "muted"}, "The heat map is left out for so many motifs.",
+           !tree.of_families && " The distances are in the table of the job."));
     return;
   }
   const order = mapOrder(tree.newick);
-  const cell = Math.max(MAP_CELLS[0], Math.min(MAP_CELLS[1], Math.round(MAP_SIZE / order.length)));
+  const cell = Math.min(LARGEST_CELL, Math.ceil(MAP_SIZE / order.length));
   const map = {
     order, cell, distances: tree.distances, scale: distanceScale(tree),
     blocks: tree.of_families ? familyBlocks(order) : [], row: 0, column: 0
@@ -229,5 +229,6 @@ function drawHeatMap(tree) {
   replaceChildren(
       area, el("h3", {}, "Distances in the order of the tree"), mapLegend(map.scale),
       map.blocks.length > 0 && el("p", {class: "muted small"}, "Framed: families of more than one motif."), words,
-      el("div", {class: "heat-frame"}, canvas, tip), table);
+      el("div", {class: "heat-frame"}, canvas, tip),
+      order.length <= MOST_IN_TABLE && table);
 }

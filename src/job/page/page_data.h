@@ -35,8 +35,11 @@ struct PageContent {
 /// More rows than that would make the page too heavy for a browser. It says so, and names the table that has them all.
 inline constexpr std::size_t mostMatchesOfPage = 100'000;
 
-/// Motifs up to which the page has a heat map of the distances.
+/// Motifs up to which the page has a heat map of the distances of the matches.
 inline constexpr std::size_t mostMotifsOfHeatMap = 500;
+
+/// The same for the distances of the families. Those of 1,000 motifs take 4 MB of the page.
+inline constexpr std::size_t mostMotifsOfFamilyMap = 1000;
 
 std::string pageData(const PageContent& content, const JobResults& results);
 

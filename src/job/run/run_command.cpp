@@ -145,7 +145,7 @@ int runCommand(const RunOptions& options) {
             significance = leftSignificance(
                 sources, [&](std::size_t query, const QueryMatches& found) { distances.take(query, found); });
             FamilySettings withDistances = options.families;
-            withDistances.keptDistances = mostMotifsOfHeatMap;
+            withDistances.keptDistances = mostMotifsOfFamilyMap;
             families = leftFamilies(distances, withDistances);
             tables.families = &families;
         } else {
