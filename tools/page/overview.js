@@ -41,7 +41,9 @@ function drawFigures() {
   if (counts.collection_motifs > 0) figures.push([counts.collection_motifs, "reference motifs"]);
   if (families.length > 0) {
     const singles = families.filter(isSingle).length;
-    figures.push([families.length - singles, "families"], [singles, "single motifs"]);
+    const joined = families.length - singles;
+    figures.push([joined, joined === 1 ? "family" : "families"]);
+    figures.push([singles, singles === 1 ? "single motif" : "single motifs"]);
   }
   if (job.merged.length > 0) figures.push([job.merged.length, "merged motifs"]);
   if (counts.refused > 0) figures.push([counts.refused, "motifs left out"]);
@@ -63,8 +65,8 @@ const SETTING_WORDS = {
   trim: ["Trimming", (value) => (value > 0 ? `outer columns below ${value} bits are cut` : "none")],
   max_q: ["Largest q", (value) => (value < 1 ? `matches with a higher q than ${value} are left out` : "no bound")],
   families: [
-    "Families", ({linkage, cut, flanks}) => `motifs joined at ${cut} or below, ${linkage} linkage; flanks of a common ` +
-      `motif that fewer than ${shortNumber(flanks)} of its members cover are cut`
+    "Families", ({linkage, cut, flanks}) => `motifs that are joined at ${cut} or below, by ${linkage} linkage; flanks ` +
+      `of a common motif that fewer than ${Math.round(100 * flanks)} % of its members cover are cut`
   ],
   skip_bad: ["Unreadable motifs", (value) => (value ? "are left out" : "end the job")],
 };
