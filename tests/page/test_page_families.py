@@ -136,6 +136,22 @@ class Families(EveryPage, FamilyTest):
         self.assertGreater(len(errors), 40)
         self.assertLess(sorted(errors)[int(len(errors) * 0.9)], 0.1)
 
+    def test_letters_are_those_of_the_strand(self):
+        orientations = {row["motif_number_1based"]: row["orientation"] for row in self.job.table("family_members.tsv")}
+        wrong = self.js("""drawAllNow();
+            const [orientations, width] = arguments;
+            const paths = (group) => [...group.querySelectorAll('[class^=base]')].map((one) => one.getAttribute('d'));
+            return [...document.querySelectorAll('#family-cards .frame-name a')].filter((link) => {
+                const number = link.getAttribute('href').slice(7);
+                const {positions} = motifByNumber.get(Number(number));
+                const turned = positions.map((values) => [...values].reverse()).reverse();
+                const wanted = orientations[number] === 'forward' ? positions : turned;
+                const picture = link.closest('.frame-name').nextElementSibling;
+                const x = Number(picture.querySelector('.logo-line').getAttribute('d').split(' ')[1]);
+                return paths(picture).join() !== paths(logoLetters(wanted, width, 38, x / width)).join();
+            }).map((link) => link.innerText)""", orientations, COLUMN_WIDTH)
+        self.assertEqual(wrong, [])
+
     def test_single_motifs_are_in_a_list(self):
         single = [name for name, size in self.sizes().items() if size == 1]
         self.assertGreater(len(single), 3)
