@@ -48,6 +48,16 @@ class Arrays(ManyTest):
         self.many("jobs.tsv", "-o", "parallel")
         self.assertEqual(self.collected(), self.collected("parallel"))
 
+    def test_fifty_jobs_give_the_table_of_parallel(self):
+        cutoffs = ("0.5", "0.6", "0.75", "0.85", "0.9")
+        self.list(*((f"job{n}", ("a.txt", "b.txt", "a.txt b.txt")[n % 3], cutoffs[n % 5], str(n % 7 + 1))
+                    for n in range(50)), header=("name", "files", "cutoff", "best"))
+        self.submit()
+        self.collect(0)
+        self.assertEqual(list(self.statuses().values()), ["done"] * 50)
+        self.many("jobs.tsv", "-o", "parallel")
+        self.assertEqual(self.collected(), self.collected("parallel"))
+
     def test_a_task_that_is_ended_is_told_and_done_again(self):
         # It cannot read its list of motifs before somebody writes to it.
         os.mkfifo(self.path("pipe.txt"))
