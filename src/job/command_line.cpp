@@ -171,9 +171,8 @@ void addConvert(CLI::App& app, ConvertOptions& options, Action& action) {
 
 void addCollections(CLI::App& app, CollectionOptions& options, Action& action) {
     CLI::App* list = app.add_subcommand("collections", "List the reference collections, or install one");
-    list->callback([&options, &action, list] {
-        if (list->get_subcommands().empty()) action = [] { return listCollections(); };
-        (void)options;
+    list->callback([&action, list] {
+        if (list->get_subcommands().empty()) action = listCollections;
     });
     CLI::App* install = list->add_subcommand("install", "Install a reference collection from a download");
     install->add_option("NAME", options.name, "Name of the collection, as listed")->required();
