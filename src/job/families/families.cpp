@@ -7,6 +7,7 @@
 #include <optional>
 #include <utility>
 
+#include "job/counted.h"
 #include "job/families/pair_alignment.h"
 #include "job/families/placement.h"
 #include "job/significance/significance.h"
@@ -213,8 +214,8 @@ std::size_t firstMotif(const Family& family) {
     return std::ranges::min_element(family.members, {}, &FamilyMember::motif)->motif;
 }
 
-std::string counted(std::size_t count, const char* verb, const char* verbs, const std::string& rest) {
-    return std::to_string(count) + (count == 1 ? " motif " : " motifs ") + (count == 1 ? verb : verbs) + rest;
+std::string noteOf(std::size_t motifs, const std::string& rest) {
+    return "families: " + counted(motifs, "motif") + (motifs == 1 ? " has " : " have ") + rest;
 }
 
 std::vector<std::string> notesOf(std::span<const data> motifs) {
@@ -223,15 +224,11 @@ std::vector<std::string> notesOf(std::span<const data> motifs) {
     const auto shorts = static_cast<std::size_t>(std::ranges::count_if(motifs, isShort));
     const auto longs = static_cast<std::size_t>(std::ranges::count_if(motifs, isLong));
     std::vector<std::string> notes;
-    if (shorts > 0) {
-        notes.push_back("families: " +
-                        counted(shorts, "has", "have", " fewer than four columns, so only equal ones are joined."));
-    }
+    if (shorts > 0) notes.push_back(noteOf(shorts, "fewer than four columns, so only equal ones are joined."));
     if (longs > 0) {
-        notes.push_back("families: " +
-                        counted(longs, "has", "have",
-                                " more than 100 columns; their distances take the normal distribution in place of "
-                                "exact p-values."));
+        notes.push_back(noteOf(longs,
+                               "more than 100 columns; their distances take the normal distribution in place of exact "
+                               "p-values."));
     }
     return notes;
 }

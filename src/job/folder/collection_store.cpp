@@ -6,6 +6,7 @@
 #include <iomanip>
 #include <sstream>
 
+#include "job/counted.h"
 #include "job/downloads/motif_writers.h"
 #include "job/folder/files.h"
 #include "job/job_error.h"
@@ -26,10 +27,6 @@ std::size_t countLines(const std::string& text, std::string_view start) {
     const std::string wanted = "\n" + std::string(start);
     for (std::size_t at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + 1)) ++count;
     return count;
-}
-
-std::string countedMotifs(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " motif" : " motifs");
 }
 
 }  // namespace
@@ -77,7 +74,7 @@ std::string collectionTable(const std::vector<CollectionPlace>& places) {
              << " ";
         if (const CollectionPlace* place = nearestPlace(places, collection)) {
             const fs::path file = collectionFile(place->base, collection);
-            text << countedMotifs(motifsInCollection(file));
+            text << counted(motifsInCollection(file), "motif");
             if (!place->owner.empty()) text << ", " << place->owner << ": " << file.string();
         } else {
             text << "not installed";

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "job/counted.h"
 #include "job/folder/files.h"
 #include "job/folder/folder_lock.h"
 #include "job/folder/installation.h"
@@ -23,10 +24,6 @@ namespace varnolix::job {
 namespace {
 
 constexpr std::size_t mostPrinted = 50;
-
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 /// Prints the lines, or as many as one reads.
 void sayEach(const std::vector<std::string>& lines) {

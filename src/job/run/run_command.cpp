@@ -7,6 +7,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 
+#include "job/counted.h"
 #include "job/downloads/motif_files.h"
 #include "job/downloads/motif_writers.h"
 #include "job/folder/collection_store.h"
@@ -34,10 +35,6 @@ namespace {
 constexpr const char* collectionOfFile = "jasparAll";
 constexpr const char* noCollection = "N";
 constexpr std::size_t mostRefusalsPrinted = 20;
-
-std::string counted(std::size_t count, const std::string& noun) {
-    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
-}
 
 /// Prints what was refused. @return whether the job has to end for it
 bool sayRefused(const ReadSources& read, bool goesOn) {
