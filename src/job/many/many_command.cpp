@@ -45,7 +45,7 @@ KeptList readList(const ManyOptions& options, const RunSetup& setUpRun, const st
         return missingSource(run, places);
     });
     if (!read.faults.empty()) {
-        for (std::string& fault : read.faults) fault = options.list + ": " + fault;
+        for (std::string& fault : read.faults) fault.insert(0, options.list + ": ");
         sayEach(read.faults);
         throw JobError("no job was started, as " + counted(read.faults.size(), "line") + " of " + options.list +
                        " cannot be used");
@@ -124,10 +124,10 @@ int manyCommand(const ManyOptions& options, const RunSetup& setUpRun) {
     return sayOutcome(folder, collect(folder, list.jobs, home), options.isQuiet);
 }
 
-int collectCommand(const std::string& name) {
+int collectCommand(const std::string& folderName) {
     const fs::path home = findInstallation().home;
     ManyOptions options;
-    options.folder = name;
+    options.folder = folderName;
     const ManyFolder folder{folderOf(options)};
     const KeptList list = readKeptList(folder);
     const FolderLock lock(folder.base);

@@ -25,6 +25,6 @@ struct ManyOptions {
 int manyCommand(const ManyOptions& options, const RunSetup& setUpRun);
 
 /// Collects what is there of the jobs in the folder.
-int collectCommand(const std::string& folder);
+int collectCommand(const std::string& folderName);
 
 }  // namespace varnolix::job

@@ -25,7 +25,7 @@ constexpr const char* watcher = "setpriv";
 /// @param parent its number, or what the shell takes for it
 std::string endsWith(const std::string& parent) {
     if (!isInPath(watcher)) return "";
-    return std::string(watcher) + " --pdeathsig TERM sh -c '[ \"$PPID\" = " + parent + " ] && exec \"$0\" \"$@\"' ";
+    return std::string(watcher) + R"( --pdeathsig TERM sh -c '[ "$PPID" = )" + parent + R"( ] && exec "$0" "$@"' )";
 }
 
 /// Adds to the logs what the processes died of, by GNU parallel's log: one line for each job that has ended.
