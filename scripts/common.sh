@@ -49,3 +49,9 @@ run_companion() {
     [[ -x $companion ]] || (build_target varnolix-job program) >&2
     VARNOLIX_HOME="$project" VARNOLIX_PROGRAM="$program" exec "$companion" "$@"
 }
+
+# with_candidate PACKAGE...: lists those that apt can install, by its current package lists.
+with_candidate() {
+    LC_ALL=C apt-cache policy "$@" |
+        awk '/^[^ ]/ { sub(/:$/, ""); name = $0 } $1 == "Candidate:" && $2 != "(none)" { print name }'
+}

@@ -68,7 +68,7 @@ make_archive() {
 # where it is packed.
 install_stand_in() {
     local library="$1/build/R-library"
-    ! LC_ALL=C apt-cache policy r-cran-dendextend | grep -q 'Candidate: [^(]' || return 0
+    [[ -z $(with_candidate r-cran-dendextend) ]] || return 0
     if ! command -v R > /dev/null; then
         say "R is not installed, so the packages have no stand-in for dendextend, and draw no trees"
         return 0

@@ -111,12 +111,6 @@ missing_packages() {
     done
 }
 
-# with_candidate PACKAGE...: lists those that apt can install, by its current package lists.
-with_candidate() {
-    LC_ALL=C apt-cache policy "$@" |
-        awk '/^[^ ]/ { sub(/:$/, ""); name = $0 } $1 == "Candidate:" && $2 != "(none)" { print name }'
-}
-
 # as_root: prints what to put in front of a command that needs root; fails if root cannot be had.
 as_root() {
     if [[ $(id -u) == 0 ]]; then

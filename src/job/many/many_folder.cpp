@@ -31,7 +31,8 @@ bool hasArguments(const Json& record, const std::vector<std::string>& arguments)
     const Json command = record.value("command", Json());
     const std::size_t others = commandOf({}, {}, 1).size();
     return command.is_array() && command.size() == others + arguments.size() &&
-           std::equal(arguments.begin(), arguments.end(), command.begin() + static_cast<std::ptrdiff_t>(others));
+           std::equal(arguments.begin(), arguments.end(), command.begin() + static_cast<std::ptrdiff_t>(others),
+                      [](const std::string& argument, const Json& word) { return word == Json(argument); });
 }
 
 bool hasFiles(const Json& record, const fs::path& folder) {
