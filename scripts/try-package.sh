@@ -82,8 +82,8 @@ run_job() {
         --collection "$examples/collection/sample_jaspar.txt" "$examples/motifs/promoters.txt" \
         "$examples/motifs/enhancers.txt"
     require job/index.html job/matches.tsv job/combined_motifs.meme
-    cut -f 1,6,11,18,19 "$job/matches.tsv" | head -n 4
-    find "$job" -name '*_Results*.txt' -printf '  %f, %s bytes\n' | sort | head -n 4
+    cut -f 1,6,11,18,19 "$job/matches.tsv" | sed -n 1,4p
+    find "$job" -name '*_Results*.txt' -printf '  %f, %s bytes\n' | sort | sed -n 1,4p
     find "$job" -type l -printf '  %P -> %l\n'
     sed -n 's/^\(home\|built\)=/  run: \1=/p' "$job/run"
     $text_only && return
