@@ -67,7 +67,7 @@ class Lists(ManyTest):
         self.assertIn(name.encode() + b"\t", self.collected("odd 'folder'"))
         page = read(self.path("odd 'folder'", "index.html")).decode()
         self.assertIn("<a href=\"./%3Cb%3E%22it%27s%22%20%24%28x%29%20%C3%A4%20100%25/index.html\">"
-                      "&lt;b&gt;&quot;it's&quot; $(x) \u00e4 100%</a>", page)
+                      "&lt;b&gt;&quot;it&#39;s&quot; $(x) \u00e4 100%</a>", page)
         self.assertNotIn("<b>", page)
         self.assertIn("my set", {row["dataset"] for row in table(self.path("odd 'folder'", "set", "motifs.tsv"))})
         # Paths are meant from the folder of the list, wherever the program is called.

@@ -11,6 +11,7 @@
 #include "job/job_error.h"
 #include "job/page/write_page.h"
 #include "job/tables/matches_table.h"
+#include "report/page/html_text.h"
 
 namespace fs = std::filesystem;
 
@@ -69,10 +70,10 @@ std::string numberCell(const std::string& text) {
 }
 
 std::string pageRow(const JobSummary& job) {
-    const std::string name = pageEscaped(job.name);
+    const std::string name = escapeHTML(job.name);
     const std::string status = "<td class=\"" + std::string(statusName(job.status)) + "\">" + statusName(job.status);
     if (job.status != Status::done) {
-        return "<tr><td>" + name + "</td>" + status + "</td><td colspan=\"4\">" + pageEscaped(validUtf8(job.error)) +
+        return "<tr><td>" + name + "</td>" + status + "</td><td colspan=\"4\">" + escapeHTML(validUtf8(job.error)) +
                "</td></tr>\n";
     }
     std::int64_t matches = 0;
@@ -192,7 +193,7 @@ std::string startPage(const ManyFolder& folder, const std::vector<JobSummary>& j
     for (const JobSummary& job : jobs) rows += pageRow(job);
     PageFiles files = pageFilesOf(home);
     files.folder = home / "tools" / "many";
-    return joinedPage(files, {{"title", pageEscaped(validUtf8(folder.base.filename().string()))},
+    return joinedPage(files, {{"title", escapeHTML(validUtf8(folder.base.filename().string()))},
                               {"figures", figure(jobs.size(), "jobs") + figure(countOf(Status::done), "done") +
                                               figure(countOf(Status::failed), "failed") +
                                               figure(countOf(Status::missing), "missing")},

@@ -128,29 +128,6 @@ std::string scriptSafeJson(std::string_view json) {
     return safe.append(json, copied);
 }
 
-std::string pageEscaped(std::string_view text) {
-    std::string escaped;
-    for (const char c : text) {
-        switch (c) {
-            case '<':
-                escaped += "&lt;";
-                break;
-            case '>':
-                escaped += "&gt;";
-                break;
-            case '&':
-                escaped += "&amp;";
-                break;
-            case '"':
-                escaped += "&quot;";
-                break;
-            default:
-                escaped += c;
-        }
-    }
-    return escaped;
-}
-
 std::string joinedPage(const PageFiles& files, const std::map<std::string, std::string>& marks) {
     const std::string skeleton = withoutReturns(readFile(files.folder / "index.html"));
     AllowedSources allowed;

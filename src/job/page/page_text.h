@@ -14,9 +14,6 @@ namespace varnolix::job {
 /// the two line ends of Unicode, which only stand inside strings, are written as escapes.
 std::string scriptSafeJson(std::string_view json);
 
-/// Text of a web page: markup in it is shown, and does nothing.
-std::string pageEscaped(std::string_view text);
-
 /// Where the files are that a page is made of.
 struct PageFiles {
     std::filesystem::path folder;     ///< the template: index.html and the files that it names

@@ -6,6 +6,7 @@
 
 #include "job/folder/files.h"
 #include "job/page/page_data.h"
+#include "report/page/html_text.h"
 #include "run/run_text.h"
 #include "run/settings.h"
 #include "tree/tree_plot.h"
@@ -56,7 +57,7 @@ void writePage(const JobSources& sources, const JobSignificance& significance, c
                               settings.mostQ, leftMerged(), treesOf(settings), settings.families};
     const std::string json = pageData(content, leftResults(sources));
     writeFile(fs::path(settings.folder) / pageName,
-              joinedPage(files, {{"title", pageEscaped(validUtf8(jobName))}, {"data", scriptSafeJson(json)}}));
+              joinedPage(files, {{"title", escapeHTML(validUtf8(jobName))}, {"data", scriptSafeJson(json)}}));
     stageTimes.push_back({"page", omp_get_wtime() - begin});
 }
 

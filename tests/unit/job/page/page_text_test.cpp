@@ -23,10 +23,6 @@ TEST(ScriptSafeJson, LeavesOtherTextsAlone) {
     EXPECT_EQ(job::scriptSafeJson("\xe2\x80"), "\xe2\x80");
 }
 
-TEST(PageEscaped, MarkupBecomesText) {
-    EXPECT_EQ(job::pageEscaped("<b a=\"1\">&amp;</b>"), "&lt;b a=&quot;1&quot;&gt;&amp;amp;&lt;/b&gt;");
-}
-
 TEST(Sha256AsBase64, IsTheSumOfTheBytes) {
     EXPECT_EQ(job::sha256AsBase64("abc"), "ungWv48Bz+pBQUDeXa4iI7ADYaOWF3qctBD/YfIAFa0=");
 }
